@@ -1,0 +1,15 @@
+// Everything public of the Quillstore type manager.
+#ifndef QUILLSTORE_QUILLSTORE_H_
+#define QUILLSTORE_QUILLSTORE_H_
+
+#include "obbs.h"
+#include "obdefs.h"
+#include "obi18n.h"
+#include "obkeycmp.h"
+#include "obmodule.h"
+#include "obnulty.h"
+#include "obstring.h"
+#include "obtypeconv.h"
+#include "obtypemgr.h"
+
+#endif  // QUILLSTORE_QUILLSTORE_H_

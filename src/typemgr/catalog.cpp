@@ -1,0 +1,296 @@
+// The type catalogue: one row per type identifier.
+//
+// DO NOT CHANGE names, memory lengths or default formats: schemas, stored
+// records and printed texts of existing databases depend on them.
+#include "catalog.h"
+
+#include "nullrows.h"
+#include "obbs.h"
+#include "rowops.h"
+
+using namespace obrow;
+
+namespace {
+
+struct MemOps {
+  ObCreateFn create;
+  ObDeleteFn del;
+  ObConstructFn constructor;
+  ObConstructFn destructor;
+  ObAssignFn assignment;
+  ObAssignFn copy;
+};
+
+template <class T>
+constexpr MemOps kPlain = {PlainCreate<T>,    PlainDelete<T>,
+                           PlainConstruct<T>, ConstructNothing,
+                           PlainAssign<T>,    PlainAssign<T>};
+constexpr MemOps kStringMem = {StringCreate,    StringDelete, StringConstruct,
+                               StringDestruct,  StringAssign, StringCopy};
+
+// A basic numeric row. Store, Load, NullSizeGet and SizeGet come from the
+// base-services library while the library loads (InitFixedWidthSlots).
+template <class T>
+constexpr ObTypeEntry Fixed(const char* name, const char* idName,
+                            ObKeyCompareFn compare, ObTranslateFn translate,
+                            const char* format, ObSequenceStepFn step) {
+  constexpr MemOps m = kPlain<T>;
+  constexpr uint16_t len = sizeof(T);
+  return {name,          idName,       m.create,      m.del,
+          nullptr,       nullptr,      nullptr,       nullptr,
+          FixedSizeFromMemFile<len>,   compare,       nullptr, nullptr,
+          nullptr,       nullptr,      m.constructor, m.destructor,
+          m.assignment,  m.copy,       translate,     IsNullNever,
+          nullptr,       format,       nullptr,       nullptr,
+          len,           1,            nullptr,       step,
+          nullptr};
+}
+
+template <class Row>
+constexpr ObTypeEntry Nullable(const char* name, const char* idName,
+                               const char* format) {
+  using V = typename Row::Value;
+  return {name,
+          idName,
+          PlainCreate<V>,
+          PlainDelete<V>,
+          Row::Store,
+          Row::Load,
+          Row::NullSize,
+          Row::SizeGet,
+          FixedSizeFromMemFile<Row::kStored>,
+          Row::Compare,
+          nullptr,
+          nullptr,
+          nullptr,
+          nullptr,
+          PlainConstruct<V>,
+          ConstructNothing,
+          PlainAssign<V>,
+          PlainAssign<V>,
+          Row::Translate,
+          Row::IsNull,
+          Row::SetNull,
+          format,
+          nullptr,
+          nullptr,
+          static_cast<uint16_t>(sizeof(V)),
+          1,
+          nullptr,
+          Row::Step,
+          nullptr};
+}
+
+// A row whose value class is not part of this build yet: names, lengths and
+// format only, every operation empty.
+constexpr ObTypeEntry Pending(const char* name, const char* idName,
+                              uint16_t len, uint16_t fixed,
+                              const char* format) {
+  return {name,    idName,  nullptr, nullptr, nullptr, nullptr, nullptr,
+          nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+          nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+          format,  nullptr, nullptr, len,     fixed,   nullptr, nullptr,
+          nullptr};
+}
+
+// ObString rows: memory operations now; storage and text come with the
+// string layouts.
+constexpr ObTypeEntry StringRow(ObSetNullFn setNull, ObIsNullFn isNull,
+                                ObSequenceStepFn step) {
+  return {"ObString",      "ObSTRING_T",        kStringMem.create,
+          kStringMem.del,  nullptr,             nullptr,
+          nullptr,         nullptr,             nullptr,
+          nullptr,         nullptr,             nullptr,
+          nullptr,         nullptr,             kStringMem.constructor,
+          kStringMem.destructor, kStringMem.assignment, kStringMem.copy,
+          nullptr,         isNull,              setNull,
+          "%s",            nullptr,             nullptr,
+          16,              0,                   nullptr,
+          step,            nullptr};
+}
+
+// ObInt64 with a null indicator; only its memory operations for now.
+struct Int64Halves {
+  uint32_t low;
+  int32_t high;
+};
+using NullInt64 = ObNullable<Int64Halves>;
+static_assert(sizeof(NullInt64) == 12, "ObNull_ObInt64 is 12 bytes");
+
+int32_t NullInt64IsNull(const void* value) {
+  return static_cast<const NullInt64*>(value)->isNull;
+}
+int32_t NullInt64SetNull(void* value) {
+  NullInt64* v = static_cast<NullInt64*>(value);
+  v->value = Int64Halves{};
+  v->isNull = 1;
+  return 0;
+}
+
+constexpr ObTypeEntry NullInt64Row() {
+  ObTypeEntry r = Pending("ObNull_ObInt64", "ObNULL_OBINT64_T", 12, 1, "%S");
+  r.create = PlainCreate<NullInt64>;
+  r.del = PlainDelete<NullInt64>;
+  r.constructor = PlainConstruct<NullInt64>;
+  r.destructor = ConstructNothing;
+  r.assignment = PlainAssign<NullInt64>;
+  r.copy = PlainAssign<NullInt64>;
+  r.isNull = NullInt64IsNull;
+  r.setNull = NullInt64SetNull;
+  return r;
+}
+
+constexpr ObTypeEntry kIllegal = {
+    "illegal",         "ObRES_T",          CreateNothing,
+    DeleteNothing,     StoreNothing,       StoreNothing,
+    NullSizeNothing,   SizeGetNothing,     SizeFromMemFileNothing,
+    CompareNothing,    EvalNothing,        HashNothing,
+    ConvertToNothing,  ConvertFromNothing, ConstructNothing,
+    ConstructNothing,  AssignNothing,      AssignNothing,
+    TranslateNothing,  IsNullNever,        nullptr,
+    "illegal",         PrintNothing,       ScanNothing,
+    0,                 1,                  DefaultValueNothing,
+    StepUnsupported,   nullptr};
+
+using Tr8 = decltype(&FixedTranslate<1, CharStore, CharStore>);
+constexpr Tr8 kTranslate8 = FixedTranslate<1, CharStore, CharStore>;
+constexpr Tr8 kTranslate16 = FixedTranslate<2, ShortStore, ShortStore>;
+constexpr Tr8 kTranslate32 = FixedTranslate<4, LongStore, LongStore>;
+constexpr Tr8 kTranslate64 = FixedTranslate<8, O_8BStore, O_8BStore>;
+constexpr Tr8 kTranslateInt = FixedTranslate<4, IntStore, IntLoad>;
+constexpr Tr8 kTranslateUnsigned =
+    FixedTranslate<4, UnsignedStore, UnsignedLoad>;
+constexpr Tr8 kTranslateFloat = FixedTranslate<4, FloatStore, FloatStore>;
+constexpr Tr8 kTranslateDouble = FixedTranslate<8, DoubleStore, DoubleStore>;
+
+using NullChar = NullableRow<int8_t, CharStore>;
+using NullUChar = NullableRow<uint8_t, CharStore>;
+using NullShort = NullableRow<int16_t, ShortStore>;
+using NullUShort = NullableRow<uint16_t, ShortStore>;
+using NullInt = NullableRow<int32_t, IntStore>;
+using NullUnsigned = NullableRow<uint32_t, UnsignedStore>;
+using NullLong = NullableRow<int32_t, LongStore>;
+using NullULong = NullableRow<uint32_t, LongStore>;
+using NullFloat = NullableRow<float, FloatStore>;
+using NullDouble = NullableRow<double, DoubleStore>;
+using Null8B = NullableRow<int64_t, O_8BStore>;
+using NullU8B = NullableRow<uint64_t, O_8BStore>;
+
+// clang-format off
+ObTypeEntry g_rows[kObTypeCount] = {
+  /*  0 */ Fixed<int8_t>("o_char", "Ob1B_T", CharCompare, kTranslate8, "%c", IntegerStep<int8_t>),
+  /*  1 */ Fixed<int16_t>("o_2b", "Ob2B_T", ShortCompare, kTranslate16, "%hd", IntegerStep<int16_t>),
+  /*  2 */ Fixed<int32_t>("o_4b", "Ob4B_T", LongCompare, kTranslate32, "%ld", IntegerStep<int32_t>),
+  /*  3 */ Fixed<double>("o_double", "ObDOUBLE_T", DoubleCompare, kTranslateDouble, "%.17g", FloatStep<double>),
+  /*  4 */ Fixed<float>("o_float", "ObFLOAT_T", FloatCompare, kTranslateFloat, "%.17g", FloatStep<float>),
+  /*  5 */ Fixed<uint16_t>("o_u2b", "ObU2B_T", WordCompare, kTranslate16, "%hu", IntegerStep<uint16_t>),
+  /*  6 */ Fixed<uint32_t>("o_u4b", "ObU4B_T", DwordCompare, kTranslate32, "%lu", IntegerStep<uint32_t>),
+  /*  7 */ Fixed<int32_t>("int", "ObINT_T", IntCompare, kTranslateInt, "%d", IntegerStep<int32_t>),
+  /*  8 */ Fixed<uint32_t>("unsigned", "ObUNSIGNED_T", UnsignedCompare, kTranslateUnsigned, "%u", IntegerStep<uint32_t>),
+  /*  9 */ Fixed<int32_t>("enum", "ObENUM_T", IntCompare, kTranslateInt, "%d", StepUnsupported),
+  /* 10 */ Fixed<uint8_t>("o_u1b", "ObU1B_T", ByteCompare, kTranslate8, "%c", IntegerStep<uint8_t>),
+  /* 11 */ StringRow(StringSetNull, StringIsNull, nullptr),
+  /* 12 */ Pending("ObDate", "ObDATE_T", 4, 1, "%a %e.%b %Y"),
+  /* 13 */ Pending("ObTime", "ObTIME_T", 3, 1, "%I:%M:%S %p"),
+  /* 14 */ Fixed<uint32_t>("BlockId", "ObBLOCKID_T", DwordCompare, kTranslate32, "#%lu", IntegerStep<uint32_t>),
+  /* 15 */ Pending("ObObjId", "ObOBJID_T", 12, 1, "(%H-%L#%B)"),
+  /* 16 */ Pending("ObClassId", "ObCLID_T", 4, 1, "(%Cv%V)"),
+  /* 17 */ Pending("ObRef", "ObREF_T", 16, 1, "(%D:%H-%L#%B, %C)"),
+  /* 18 */ Pending("ObBlob", "ObBLOB_T", 8, 0, "[BLOB,len=%L]"),
+  /* 19 */ Pending("ObDateTime", "ObDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p"),
+  /* 20 */ Pending("ObIString", "ObISTRING_T", 16, 0, "%s"),
+  /* 21 */ Pending("ObCaseIString", "ObCASEISTRING_T", 16, 0, "%s"),
+  /* 22 */ Pending("d_Date", "D_DATE_T", 4, 1, "%a %b %e"),
+  /* 23 */ Pending("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p"),
+  /* 24 */ Pending("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p"),
+  /* 25 */ Pending("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds"),
+  /* 26 */ Pending("ObInt64", "ObINT64_T", 8, 1, "%S"),
+  /* 27 */ Pending("ObBoolean", "ObBOOLEAN_T", 1, 1, "noop"),
+  /* 28 */ Nullable<NullChar>("ObNull_char", "ObNULL_1B_T", "%c"),
+  /* 29 */ Nullable<NullUChar>("ObNull_uchar", "ObNULL_U1B_T", "%c"),
+  /* 30 */ Nullable<NullShort>("ObNull_short", "ObNULL_2B_T", "%hd"),
+  /* 31 */ Nullable<NullUShort>("ObNull_ushort", "ObNULL_U2B_T", "%hu"),
+  /* 32 */ Nullable<NullInt>("ObNull_int", "ObNULL_INT_T", "%d"),
+  /* 33 */ Nullable<NullUnsigned>("ObNull_unsigned", "ObNULL_UNSIGNED_T", "%u"),
+  /* 34 */ Nullable<NullLong>("ObNull_long", "ObNULL_4B_T", "%ld"),
+  /* 35 */ Nullable<NullULong>("ObNull_ulong", "ObNULL_U4B_T", "%lu"),
+  /* 36 */ Nullable<NullFloat>("ObNull_float", "ObNULL_FLOAT_T", "%f"),
+  /* 37 */ Nullable<NullDouble>("ObNull_double", "ObNULL_DOUBLE_T", "%lf"),
+  /* 38 */ NullInt64Row(),
+  /* 39 */ Pending("ObSeal", "ObSEAL_T", 6, 1, "noop"),
+  /* 40 */ Pending("ObDateTimeN", "ObDATIME_N_T", 12, 1, "%X"),
+  /* 41 */ Pending("ObTimeSpan", "ObTIMESPAN_T", 12, 1, "%V"),
+  /* 42 */ Fixed<int64_t>("o_8b", "Ob8B_T", O_8BCompare, kTranslate64, "%I64d", IntegerStep<int64_t>),
+  /* 43 */ Fixed<uint64_t>("o_u8b", "ObU8B_T", O_U8BCompare, kTranslate64, "%I64u", IntegerStep<uint64_t>),
+  /* 44 */ Nullable<Null8B>("ObNull_8b", "ObNULL_8B_T", "%I64d"),
+  /* 45 */ Nullable<NullU8B>("ObNull_u8b", "ObNULL_U8B_T", "%I64u"),
+  /* 46 */ kIllegal,
+};
+// clang-format on
+
+// The earlier ObString row: no null value and no counter step.
+ObTypeEntry g_compatStringRow =
+    StringRow(nullptr, IsNullNever, StepUnsupported);
+
+}  // namespace
+
+// clang-format off
+ObTypeEntry* const g_currentTable[kObTypeCount] = {
+  &g_rows[0],  &g_rows[1],  &g_rows[2],  &g_rows[3],  &g_rows[4],  &g_rows[5],
+  &g_rows[6],  &g_rows[7],  &g_rows[8],  &g_rows[9],  &g_rows[10], &g_rows[11],
+  &g_rows[12], &g_rows[13], &g_rows[14], &g_rows[15], &g_rows[16], &g_rows[17],
+  &g_rows[18], &g_rows[19], &g_rows[20], &g_rows[21], &g_rows[22], &g_rows[23],
+  &g_rows[24], &g_rows[25], &g_rows[26], &g_rows[27], &g_rows[28], &g_rows[29],
+  &g_rows[30], &g_rows[31], &g_rows[32], &g_rows[33], &g_rows[34], &g_rows[35],
+  &g_rows[36], &g_rows[37], &g_rows[38], &g_rows[39], &g_rows[40], &g_rows[41],
+  &g_rows[42], &g_rows[43], &g_rows[44], &g_rows[45], &g_rows[46],
+};
+// Identifiers 28 and above are not part of the compatibility table; they
+// reach the "illegal" row there.
+ObTypeEntry* const g_compatTable[kObTypeCount] = {
+  &g_rows[0],  &g_rows[1],  &g_rows[2],  &g_rows[3],  &g_rows[4],  &g_rows[5],
+  &g_rows[6],  &g_rows[7],  &g_rows[8],  &g_rows[9],  &g_rows[10], &g_compatStringRow,
+  &g_rows[12], &g_rows[13], &g_rows[14], &g_rows[15], &g_rows[16], &g_rows[17],
+  &g_rows[18], &g_rows[19], &g_rows[20], &g_rows[21], &g_rows[22], &g_rows[23],
+  &g_rows[24], &g_rows[25], &g_rows[26], &g_rows[27], &g_rows[46], &g_rows[46],
+  &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46],
+  &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46],
+  &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46], &g_rows[46],
+};
+// clang-format on
+
+void InitFixedWidthSlots() {
+  struct Slots {
+    int id;
+    ObStoreFn store, load;
+    ObNullSizeGetFn nullSize;
+    ObSizeGetFn size;
+  };
+  // Store also serves as Load where both only reorder bytes.
+  static const Slots kSlots[] = {
+      {Ob1B_T, CharStore, CharStore, CharNullSizeGet, CharSizeGet},
+      {ObU1B_T, CharStore, CharStore, CharNullSizeGet, CharSizeGet},
+      {Ob2B_T, ShortStore, ShortStore, ShortNullSizeGet, ShortSizeGet},
+      {ObU2B_T, ShortStore, ShortStore, ShortNullSizeGet, ShortSizeGet},
+      {Ob4B_T, LongStore, LongStore, LongNullSizeGet, LongSizeGet},
+      {ObU4B_T, LongStore, LongStore, LongNullSizeGet, LongSizeGet},
+      {ObBLOCKID_T, LongStore, LongStore, LongNullSizeGet, LongSizeGet},
+      {Ob8B_T, O_8BStore, O_8BStore, O_8BNullSizeGet, O_8BSizeGet},
+      {ObU8B_T, O_8BStore, O_8BStore, O_8BNullSizeGet, O_8BSizeGet},
+      {ObFLOAT_T, FloatStore, FloatStore, FloatNullSizeGet, FloatSizeGet},
+      {ObDOUBLE_T, DoubleStore, DoubleStore, DoubleNullSizeGet, DoubleSizeGet},
+      {ObINT_T, IntStore, IntLoad, IntNullSizeGet, IntSizeGet},
+      {ObENUM_T, IntStore, IntLoad, IntNullSizeGet, IntSizeGet},
+      {ObUNSIGNED_T, UnsignedStore, UnsignedLoad, IntNullSizeGet, IntSizeGet},
+  };
+  for (const Slots& s : kSlots) {
+    ObTypeEntry* r = &g_rows[s.id];
+    r->store = s.store;
+    r->load = s.load;
+    r->nullSizeGet = s.nullSize;
+    r->sizeGet = s.size;
+  }
+  ObTypeEntry* interval = &g_rows[static_cast<int>(D_INTERVAL_T)];
+  interval->nullSizeGet = FloatNullSizeGet;
+  interval->sizeGet = FloatSizeGet;
+}
