@@ -1,0 +1,18 @@
+# Installs the build tree into a scratch prefix, then configures, builds and
+# runs the consumer program against it.
+set(prefix "${BUILD_DIR}/install-test/prefix")
+set(consumer "${BUILD_DIR}/install-test/consumer")
+file(REMOVE_RECURSE "${BUILD_DIR}/install-test")
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out
+                  ERROR_VARIABLE out)
+  if(NOT rc EQUAL 0)
+    message(FATAL_ERROR "failed: ${ARGN}\n${out}")
+  endif()
+  message("${out}")
+endfunction()
+run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${prefix}")
+run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/tests/consumer" -B "${consumer}"
+    "-DCMAKE_PREFIX_PATH=${prefix}")
+run(${CMAKE_COMMAND} --build "${consumer}")
+run("${consumer}/app")

@@ -1,0 +1,294 @@
+// qstm: inspect the type catalogue and check how values and stored keys
+// compare, for engineers who work with stored data.
+#include <cerrno>
+#include <cinttypes>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "quillstore.h"
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+const char kUsage[] =
+    "usage: qstm <command> [arguments]\n"
+    "  types                         list the type catalogue\n"
+    "  compare TYPE A B [--format N] [--options HEX] [--count N]\n"
+    "                                compare two values (comma-separated\n"
+    "                                lists for arrays; 'null' for null)\n"
+    "  version                       print the module description\n"
+    "TYPE is a display name (o_4b), an identifier name (Ob4B_T) or a number.\n";
+
+int Fail(const std::string& message) {
+  std::fprintf(stderr, "qstm: %s\n", message.c_str());
+  return kUsageError;
+}
+
+// How the tool reads a value of a type from text.
+enum class Kind { kNone, kSigned, kUnsigned, kFloat };
+struct ValueForm {
+  Kind kind = Kind::kNone;
+  uint32_t width = 0;     // bytes of the number
+  bool nullable = false;  // a null indicator follows the number
+};
+
+ValueForm FormOf(char id) {
+  switch (id) {
+    case Ob1B_T: return {Kind::kSigned, 1, false};
+    case ObU1B_T: return {Kind::kUnsigned, 1, false};
+    case Ob2B_T: return {Kind::kSigned, 2, false};
+    case ObU2B_T: return {Kind::kUnsigned, 2, false};
+    case Ob4B_T: case ObINT_T: case ObENUM_T: return {Kind::kSigned, 4, false};
+    case ObU4B_T: case ObUNSIGNED_T: case ObBLOCKID_T:
+      return {Kind::kUnsigned, 4, false};
+    case Ob8B_T: return {Kind::kSigned, 8, false};
+    case ObU8B_T: return {Kind::kUnsigned, 8, false};
+    case ObFLOAT_T: return {Kind::kFloat, 4, false};
+    case ObDOUBLE_T: return {Kind::kFloat, 8, false};
+    case ObNULL_1B_T: return {Kind::kSigned, 1, true};
+    case ObNULL_U1B_T: return {Kind::kUnsigned, 1, true};
+    case ObNULL_2B_T: return {Kind::kSigned, 2, true};
+    case ObNULL_U2B_T: return {Kind::kUnsigned, 2, true};
+    case ObNULL_INT_T: case ObNULL_4B_T: return {Kind::kSigned, 4, true};
+    case ObNULL_UNSIGNED_T: case ObNULL_U4B_T:
+      return {Kind::kUnsigned, 4, true};
+    case ObNULL_FLOAT_T: return {Kind::kFloat, 4, true};
+    case ObNULL_DOUBLE_T: return {Kind::kFloat, 8, true};
+    case ObNULL_8B_T: return {Kind::kSigned, 8, true};
+    case ObNULL_U8B_T: return {Kind::kUnsigned, 8, true};
+    default: return {};
+  }
+}
+
+bool ParseUnsigned(const char* text, uint64_t max, uint64_t& out) {
+  if (*text == '\0' || *text == '-') return false;
+  errno = 0;
+  char* end = nullptr;
+  unsigned long long v = std::strtoull(text, &end, 0);
+  if (errno != 0 || *end != '\0' || v > max) return false;
+  out = v;
+  return true;
+}
+
+bool ParseSigned(const char* text, int64_t min, int64_t max, int64_t& out) {
+  if (*text == '\0') return false;
+  errno = 0;
+  char* end = nullptr;
+  long long v = std::strtoll(text, &end, 0);
+  if (errno != 0 || *end != '\0' || v < min || v > max) return false;
+  out = v;
+  return true;
+}
+
+bool ParseType(const char* text, char& id) {
+  if (ObTypeMgr::Name2ObTypeId(text, id) == 0) return true;
+  ObTypeMgr mgr(5);
+  for (int i = 0; i < kObTypeCount; ++i) {
+    if (std::strcmp(text, mgr.TypeIdNameGet(static_cast<char>(i), nullptr)) ==
+        0) {
+      id = static_cast<char>(i);
+      return true;
+    }
+  }
+  uint64_t n = 0;
+  if (ParseUnsigned(text, 127, n) &&
+      ObTypeMgr::IsValidType(static_cast<char>(n))) {
+    id = static_cast<char>(n);
+    return true;
+  }
+  return false;
+}
+
+// Appends one value in memory form (number, then null indicator).
+bool AppendValue(const ValueForm& form, uint16_t memLen, const std::string& t,
+                 std::vector<uint8_t>& out) {
+  std::vector<uint8_t> elem(memLen, 0);
+  if (form.nullable && t == "null") {
+    elem[form.width] = 1;
+    out.insert(out.end(), elem.begin(), elem.end());
+    return true;
+  }
+  const uint64_t bits = form.width == 8 ? 64 : form.width * 8;
+  if (form.kind == Kind::kFloat) {
+    char* end = nullptr;
+    double d = std::strtod(t.c_str(), &end);
+    if (t.empty() || *end != '\0') return false;
+    if (form.width == 4) {
+      float f = static_cast<float>(d);
+      std::memcpy(elem.data(), &f, 4);
+    } else {
+      std::memcpy(elem.data(), &d, 8);
+    }
+  } else if (form.kind == Kind::kSigned) {
+    const int64_t max = bits == 64 ? INT64_MAX : (int64_t{1} << (bits - 1)) - 1;
+    int64_t v = 0;
+    if (!ParseSigned(t.c_str(), -max - 1, max, v)) return false;
+    std::memcpy(elem.data(), &v, form.width);  // little-endian host
+  } else {
+    const uint64_t max = bits == 64 ? UINT64_MAX : (uint64_t{1} << bits) - 1;
+    uint64_t v = 0;
+    if (!ParseUnsigned(t.c_str(), max, v)) return false;
+    std::memcpy(elem.data(), &v, form.width);
+  }
+  out.insert(out.end(), elem.begin(), elem.end());
+  return true;
+}
+
+bool ParseList(const ValueForm& form, uint16_t memLen, const char* text,
+               std::vector<uint8_t>& out, uint32_t& count) {
+  count = 0;
+  std::string s(text);
+  size_t start = 0;
+  for (;;) {
+    size_t comma = s.find(',', start);
+    std::string item = s.substr(start, comma - start);
+    if (!AppendValue(form, memLen, item, out)) return false;
+    ++count;
+    if (comma == std::string::npos) return true;
+    start = comma + 1;
+  }
+}
+
+std::string Capabilities(const ObTypeMgr& mgr, char id) {
+  std::string caps;
+  if (mgr.SupportsCapability(id, kObCapNull)) caps += "null ";
+  if (mgr.SupportsCapability(id, kObCapCounter)) caps += "counter ";
+  if (mgr.SupportsCapability(id, kObCapTimeStamp)) caps += "timestamp ";
+  if (caps.empty()) return "-";
+  caps.pop_back();
+  return caps;
+}
+
+int Types() {
+  ObTypeMgr mgr(5);
+  std::printf("%-3s  %-18s  %-15s  %3s  %-5s  %-42s  %s\n", "id", "identifier",
+              "name", "mem", "fixed", "format", "capabilities");
+  for (int i = 0; i < kObTypeCount; ++i) {
+    const char id = static_cast<char>(i);
+    std::printf("%-3d  %-18s  %-15s  %3u  %-5s  %-42s  %s\n", i,
+                mgr.TypeIdNameGet(id, nullptr), mgr.NameGet(id, nullptr),
+                mgr.MemLenGet(id, 1), mgr.IsFixed(id) ? "yes" : "no",
+                mgr.ExchangeFormat(id, nullptr),
+                Capabilities(mgr, id).c_str());
+  }
+  return 0;
+}
+
+int Compare(int argc, char** argv) {
+  if (argc < 3) return Fail("compare needs TYPE A B");
+  char id = 0;
+  if (!ParseType(argv[0], id))
+    return Fail(std::string("unknown type '") + argv[0] + "'");
+  uint8_t format = kObFormatMemory;
+  uint16_t options = 0;
+  uint32_t count = 0;
+  for (int i = 3; i < argc; ++i) {
+    std::string opt = argv[i];
+    if (i + 1 >= argc) return Fail("option " + opt + " needs a value");
+    const char* value = argv[++i];
+    uint64_t n = 0;
+    if (opt == "--format") {
+      if (!ParseUnsigned(value, 255, n) || (n & kObFormatMask) == 0)
+        return Fail(std::string("bad format '") + value +
+                    "' (a format code 1-15, optionally with flag bits)");
+      format = static_cast<uint8_t>(n);
+    } else if (opt == "--options") {
+      std::string hex = std::string("0x") + value;
+      if (std::strncmp(value, "0x", 2) == 0 || std::strncmp(value, "0X", 2) == 0)
+        hex = value;
+      if (!ParseUnsigned(hex.c_str(), 0xFFFF, n))
+        return Fail(std::string("bad options '") + value + "' (hex, 0-FFFF)");
+      options = static_cast<uint16_t>(n);
+    } else if (opt == "--count") {
+      if (!ParseUnsigned(value, UINT32_MAX, n))
+        return Fail(std::string("bad count '") + value + "'");
+      count = static_cast<uint32_t>(n);
+    } else {
+      return Fail("unknown option " + opt);
+    }
+  }
+  ObTypeMgr mgr(5);
+  const ValueForm form = FormOf(id);
+  if (form.kind == Kind::kNone) {
+    return Fail(std::string("values of type ") + mgr.NameGet(id, nullptr) +
+                " cannot be given as text yet");
+  }
+  const uint16_t memLen = mgr.MemLenGet(id, 1);
+  std::vector<uint8_t> mem[2];
+  uint32_t n[2] = {0, 0};
+  for (int k = 0; k < 2; ++k) {
+    if (!ParseList(form, memLen, argv[1 + k], mem[k], n[k])) {
+      return Fail(std::string("malformed value '") + argv[1 + k] +
+                  "' for type " + mgr.NameGet(id, nullptr));
+    }
+  }
+  if (count == 0) count = n[0] > n[1] ? n[0] : n[1];
+
+  // Operands go in with their own lengths, so a shorter list shows how the
+  // comparator treats an operand that ends early.
+  std::vector<uint8_t> op[2];
+  uint32_t len[2];
+  for (int k = 0; k < 2; ++k) {
+    if ((format & kObFormatMask) == kObFormatMemory) {
+      op[k] = mem[k];
+    } else {
+      op[k].resize(mgr.DiskLenGet(id, mem[k].data(), format, n[k], 8));
+      mgr.Store(id, op[k].data(), mem[k].data(), format, n[k]);
+    }
+    len[k] = static_cast<uint32_t>(op[k].size());
+  }
+  int32_t status = 0;
+  const int32_t r = mgr.Cmp(id, len[0], op[0].data(), len[1], op[1].data(),
+                            options, count, format, status);
+  const char* order = r < 0 ? "A < B" : r > 0 ? "A > B" : "A = B";
+  std::printf("result %d (%s), status %d\n", r, order, status);
+  if ((format & kObFormatMask) != kObFormatMemory) {
+    for (int k = 0; k < 2; ++k) {
+      std::printf("%c stored:", 'A' + k);
+      for (uint8_t b : op[k]) std::printf(" %02X", b);
+      std::printf("\n");
+    }
+  }
+  return 0;
+}
+
+int Version() {
+  const char *info = nullptr, *date = nullptr, *name = nullptr,
+             *compiler = nullptr;
+  uint32_t compilerVersion = 0;
+  GetObTypeMgrInfo(&compiler, &compilerVersion, &info, &date, &name);
+  std::printf("%s\nmodule %s, built %s, compiler %u (%s)\n", info, name, date,
+              compilerVersion, compiler);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  ___ObTypemgrContext(1);
+  int rc;
+  if (argc < 2) {
+    std::fputs(kUsage, stderr);
+    rc = kUsageError;
+  } else if (std::strcmp(argv[1], "types") == 0 && argc == 2) {
+    rc = Types();
+  } else if (std::strcmp(argv[1], "compare") == 0) {
+    rc = Compare(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "version") == 0 && argc == 2) {
+    rc = Version();
+  } else if (std::strcmp(argv[1], "--help") == 0 ||
+             std::strcmp(argv[1], "help") == 0) {
+    std::fputs(kUsage, stdout);
+    rc = 0;
+  } else {
+    rc = Fail(std::string("unknown command '") + argv[1] +
+              "' (try 'qstm help')");
+  }
+  ___ObTypemgrContext(0);
+  return rc;
+}
