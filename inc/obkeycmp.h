@@ -21,8 +21,8 @@ typedef int32_t (*ObKeyCompareFn)(uint8_t flags, uint32_t len1, const void* p1,
                                   uint16_t options, uint32_t count,
                                   int32_t& status);
 
-#define QS_DECLARE_KEY_COMPARE(name)                                        \
-  QS_TM_API int32_t name(uint8_t flags, uint32_t len1, const void* p1,     \
+#define QS_DECLARE_KEY_COMPARE(name)                                      \
+  QS_TM_API int32_t name(uint8_t flags, uint32_t len1, const void* p1,    \
                          uint32_t len2, const void* p2, uint16_t options, \
                          uint32_t count, int32_t& status)
 

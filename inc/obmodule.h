@@ -12,15 +12,11 @@ extern "C" {
 // Writes the version numbers 11, 0, 3, 61, 0, the module name, the build
 // date and time, "unknown", the compiler version, the compiler text and an
 // empty text; returns the description. No argument may be null.
-QS_TM_API const char* ObDescribeDll(uint32_t* major, uint32_t* minor,
-                                    uint32_t* version3, uint32_t* version4,
-                                    uint32_t* version5,
-                                    const char** moduleName,
-                                    const char** buildDateTime,
-                                    const char** unknownText,
-                                    uint32_t* compilerVersion,
-                                    const char** compilerText,
-                                    const char** emptyText);
+QS_TM_API const char* ObDescribeDll(
+    uint32_t* major, uint32_t* minor, uint32_t* version3, uint32_t* version4,
+    uint32_t* version5, const char** moduleName, const char** buildDateTime,
+    const char** unknownText, uint32_t* compilerVersion,
+    const char** compilerText, const char** emptyText);
 
 // Each argument may be null and is then skipped. The description-and-version
 // text lives in one static buffer, rewritten on every call that asks for it.

@@ -1,7 +1,6 @@
 // Key comparators of the fixed-width types.
-#include "obkeycmp.h"
-
 #include "obbs.h"
+#include "obkeycmp.h"
 #include "obkeyloop.h"
 
 using obkey::Cmp3;
@@ -31,8 +30,7 @@ int32_t CompareIntegers(uint8_t flags, uint32_t len1, const void* p1,
   if (fmt == kObFormatBig) {
     return KeyLoop<W>(len1, p1, len2, p2, count, status,
                       [](const uint8_t* a, const uint8_t* b) {
-                        return Cmp3(obkey::ReadBig<T>(a),
-                                    obkey::ReadBig<T>(b));
+                        return Cmp3(obkey::ReadBig<T>(a), obkey::ReadBig<T>(b));
                       });
   }
   return KeyLoop<W>(len1, p1, len2, p2, count, status,
@@ -84,15 +82,16 @@ int32_t CompareFloats(uint8_t flags, uint32_t len1, const void* p1,
   if (obkey::IsNativeFormat(fmt)) {
     return KeyLoop<W>(len1, p1, len2, p2, count, status,
                       [](const uint8_t* a, const uint8_t* b) {
-                        return obkey::CompareFloating(
-                            obkey::ReadNative<F>(a), obkey::ReadNative<F>(b));
+                        return obkey::CompareFloating(obkey::ReadNative<F>(a),
+                                                      obkey::ReadNative<F>(b));
                       });
   }
   if (fmt == kObFormatBig) {
     return KeyLoop<W>(len1, p1, len2, p2, count, status,
                       [](const uint8_t* a, const uint8_t* b) {
-                        return obkey::CompareFloating(obkey::ReadBig<F, Bits>(a),
-                                                      obkey::ReadBig<F, Bits>(b));
+                        return obkey::CompareFloating(
+                            obkey::ReadBig<F, Bits>(a),
+                            obkey::ReadBig<F, Bits>(b));
                       });
   }
   return KeyLoop<W>(len1, p1, len2, p2, count, status,
@@ -106,8 +105,7 @@ int32_t CompareFloats(uint8_t flags, uint32_t len1, const void* p1,
 }  // namespace
 
 int32_t CharCompare(uint8_t, uint32_t len1, const void* p1, uint32_t len2,
-                    const void* p2, uint16_t, uint32_t count,
-                    int32_t& status) {
+                    const void* p2, uint16_t, uint32_t count, int32_t& status) {
   return KeyLoop<1>(len1, p1, len2, p2, count, status,
                     [](const uint8_t* a, const uint8_t* b) {
                       return Cmp3(static_cast<int8_t>(*a),
@@ -116,8 +114,7 @@ int32_t CharCompare(uint8_t, uint32_t len1, const void* p1, uint32_t len2,
 }
 
 int32_t ByteCompare(uint8_t, uint32_t len1, const void* p1, uint32_t len2,
-                    const void* p2, uint16_t, uint32_t count,
-                    int32_t& status) {
+                    const void* p2, uint16_t, uint32_t count, int32_t& status) {
   return KeyLoop<1>(
       len1, p1, len2, p2, count, status,
       [](const uint8_t* a, const uint8_t* b) { return Cmp3(*a, *b); });
@@ -129,9 +126,8 @@ int32_t ShortCompare(uint8_t flags, uint32_t len1, const void* p1,
   return CompareShorts<int16_t>(flags, len1, p1, len2, p2, count, status);
 }
 
-int32_t WordCompare(uint8_t flags, uint32_t len1, const void* p1,
-                    uint32_t len2, const void* p2, uint16_t, uint32_t count,
-                    int32_t& status) {
+int32_t WordCompare(uint8_t flags, uint32_t len1, const void* p1, uint32_t len2,
+                    const void* p2, uint16_t, uint32_t count, int32_t& status) {
   return CompareShorts<uint16_t>(flags, len1, p1, len2, p2, count, status);
 }
 
@@ -139,23 +135,21 @@ int32_t WordCompare(uint8_t flags, uint32_t len1, const void* p1,
 // library reports for the format, which is 4 for every format it knows.
 static_assert(sizeof(int) == 4, "int elements are 4 bytes in memory");
 
-int32_t IntCompare(uint8_t flags, uint32_t len1, const void* p1,
-                   uint32_t len2, const void* p2, uint16_t, uint32_t count,
-                   int32_t& status) {
+int32_t IntCompare(uint8_t flags, uint32_t len1, const void* p1, uint32_t len2,
+                   const void* p2, uint16_t, uint32_t count, int32_t& status) {
   return CompareIntegers<int32_t>(flags, len1, p1, len2, p2, count, status,
                                   IntLoadOne);
 }
 
 int32_t UnsignedCompare(uint8_t flags, uint32_t len1, const void* p1,
-                        uint32_t len2, const void* p2, uint16_t,
-                        uint32_t count, int32_t& status) {
+                        uint32_t len2, const void* p2, uint16_t, uint32_t count,
+                        int32_t& status) {
   return CompareIntegers<uint32_t>(flags, len1, p1, len2, p2, count, status,
                                    IntLoadOne);
 }
 
-int32_t LongCompare(uint8_t flags, uint32_t len1, const void* p1,
-                    uint32_t len2, const void* p2, uint16_t, uint32_t count,
-                    int32_t& status) {
+int32_t LongCompare(uint8_t flags, uint32_t len1, const void* p1, uint32_t len2,
+                    const void* p2, uint16_t, uint32_t count, int32_t& status) {
   return CompareIntegers<int32_t>(flags, len1, p1, len2, p2, count, status,
                                   LongStoreOne);
 }
@@ -167,9 +161,8 @@ int32_t DwordCompare(uint8_t flags, uint32_t len1, const void* p1,
                                    LongStoreOne);
 }
 
-int32_t O_8BCompare(uint8_t flags, uint32_t len1, const void* p1,
-                    uint32_t len2, const void* p2, uint16_t, uint32_t count,
-                    int32_t& status) {
+int32_t O_8BCompare(uint8_t flags, uint32_t len1, const void* p1, uint32_t len2,
+                    const void* p2, uint16_t, uint32_t count, int32_t& status) {
   return CompareIntegers<int64_t>(flags, len1, p1, len2, p2, count, status,
                                   O_8BStoreOne);
 }

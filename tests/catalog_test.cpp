@@ -120,11 +120,10 @@ TEST(Catalog, NameLookups) {
 TEST(Catalog, ValidIdentifiers) {
   struct Case {
     int id, valid;
-  } cases[] = {{0, 1},    {46, 1},  {47, 0}, {99, 0},
-               {100, 1},  {127, 1}, {-1, 1}, {-128, 1}};
+  } cases[] = {{0, 1},   {46, 1},  {47, 0}, {99, 0},
+               {100, 1}, {127, 1}, {-1, 1}, {-128, 1}};
   for (const Case& c : cases) {
-    EXPECT_EQ(ObTypeMgr::IsValidType(static_cast<char>(c.id)), c.valid)
-        << c.id;
+    EXPECT_EQ(ObTypeMgr::IsValidType(static_cast<char>(c.id)), c.valid) << c.id;
   }
 }
 

@@ -19,7 +19,7 @@ struct Outcome {
 };
 
 Outcome Compare(ObKeyCompareFn fn, uint8_t flags, uint32_t len1, const void* p1,
-            uint32_t len2, const void* p2, uint32_t count) {
+                uint32_t len2, const void* p2, uint32_t count) {
   int32_t status = -1;
   int32_t r = fn(flags, len1, p1, len2, p2, 0, count, status);
   return {Sign(r), status};
@@ -42,11 +42,10 @@ TEST(ElementLoop, LengthsCountsAndStatus) {
       {"operand 2 ends after two equal elements", 12, same, 8, 3, 0,
        ObCMP_OPERAND_EXHAUSTED},
       {"operand 1 ends first", 4, same, 12, 3, 0, ObCMP_OPERAND_EXHAUSTED},
-      {"a difference ends the loop before the length check", 12,
-       secondDiffers, 8, 3, -1, 0},
+      {"a difference ends the loop before the length check", 12, secondDiffers,
+       8, 3, -1, 0},
       {"the last element needs no room after it", 12, same, 12, 3, 0, 0},
-      {"fewer elements requested than present", 12, secondDiffers, 12, 1, 0,
-       0},
+      {"fewer elements requested than present", 12, secondDiffers, 12, 1, 0, 0},
   };
   for (const Case& c : cases) {
     Outcome o = Compare(IntCompare, 8, c.len1, a, c.len2, c.p2, c.count);
@@ -94,7 +93,8 @@ TEST(FixedWidth, ByteOrdersAndSignedness) {
       {"unsigned unknown format", UnsignedCompare, 3, l1, l2, -1},
   };
   for (const Case& c : cases) {
-    EXPECT_EQ(Compare(c.fn, c.flags, 0, c.p1, 0, c.p2, 1).sign, c.sign) << c.what;
+    EXPECT_EQ(Compare(c.fn, c.flags, 0, c.p1, 0, c.p2, 1).sign, c.sign)
+        << c.what;
   }
 }
 
@@ -106,9 +106,9 @@ TEST(FixedWidth, FloatOrderIsTotal) {
     double a, b;
     int sign;
   } cases[] = {
-      {nan, -inf, -1}, {nan, nan2, 0},  {-0.0, 0.0, 0},   {1.0, inf, -1},
-      {-inf, -1e308, -1}, {inf, inf, 0}, {5e-324, 0.0, 1}, {-inf, nan, 1},
-      {2.5, -2.5, 1},
+      {nan, -inf, -1},  {nan, nan2, 0},     {-0.0, 0.0, 0},
+      {1.0, inf, -1},   {-inf, -1e308, -1}, {inf, inf, 0},
+      {5e-324, 0.0, 1}, {-inf, nan, 1},     {2.5, -2.5, 1},
   };
   for (const Case& c : cases) {
     for (uint8_t flags : {8, 1, 2, 4}) {
@@ -170,6 +170,49 @@ TEST(FixedWidth, StoredFormsOrderAsValues) {
   CheckStoredMatchesMemory<uint64_t>(O_U8BCompare, O_8BStore);
   CheckStoredMatchesMemory<double>(DoubleCompare, DoubleStore);
   CheckStoredMatchesMemory<float>(FloatCompare, FloatStore);
+}
+
+}  // namespace
+
+namespace {
+
+// Long keys take the vector scan for equal bytes; results must match a plain
+// element-by-element reference wherever the first difference lies, also
+// when byte-different elements are equal (-0.0 and +0.0, NaN payloads).
+TEST(ElementLoop, LongKeysMatchElementByElement) {
+  const uint32_t n = 70;  // 560 bytes: every scan width and a tail
+  std::mt19937 rng(7);
+  for (uint32_t at = 0; at < n; ++at) {
+    for (int variant = 0; variant < 3; ++variant) {
+      std::vector<double> a(n), b(n);
+      for (uint32_t i = 0; i < n; ++i) a[i] = b[i] = double(rng() % 1000);
+      if (at > 0) {
+        a[at - 1] = 0.0;
+        b[at - 1] = -0.0;  // equal value, different bytes
+      }
+      if (variant == 1) b[at] = a[at] + 1;
+      if (variant == 2) {
+        a[at] = std::numeric_limits<double>::quiet_NaN();
+        b[at] = -std::numeric_limits<double>::quiet_NaN();
+      }
+      int expected = variant == 1 ? -1 : 0;
+      for (uint8_t flags : {8, 2}) {
+        std::vector<uint8_t> x(n * 8), y(n * 8);
+        DoubleStore(x.data(), a.data(), flags, n);
+        DoubleStore(y.data(), b.data(), flags, n);
+        Outcome o = Compare(DoubleCompare, flags, 0, x.data(), 0, y.data(), n);
+        ASSERT_EQ(o.sign, expected) << "difference at " << at;
+        ASSERT_EQ(o.status, 0);
+        // Cut operand 2 just after the difference: the result is unchanged
+        // when it differs, else the operand ends early.
+        const uint32_t cut = (at + 1) * 8;
+        o = Compare(DoubleCompare, flags, n * 8, x.data(), cut, y.data(), n);
+        ASSERT_EQ(o.sign, expected);
+        ASSERT_EQ(o.status,
+                  expected == 0 && at + 1 < n ? ObCMP_OPERAND_EXHAUSTED : 0);
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -65,16 +65,26 @@ TEST(LanguageContext, DefaultsAndSetters) {
     uint8_t value;
     int32_t rc;
   } cases[] = {
-      {ObLanguageContext::SetDefaultCodeSet, ObLanguageContext::GetDefaultCodeSet, 253, 0},
-      {ObLanguageContext::SetDefaultCodeSet, ObLanguageContext::GetDefaultCodeSet, 0, -2002},
-      {ObLanguageContext::SetDefaultCodeSet, ObLanguageContext::GetDefaultCodeSet, 254, -2002},
-      {ObLanguageContext::SetDefaultCodeSet, ObLanguageContext::GetDefaultCodeSet, 77, -2002},
-      {ObLanguageContext::SetDefault8CodeSet, ObLanguageContext::GetDefault8CodeSet, 2, 0},
-      {ObLanguageContext::SetDefault8CodeSet, ObLanguageContext::GetDefault8CodeSet, 253, -2002},
-      {ObLanguageContext::SetDefault16CodeSet, ObLanguageContext::GetDefault16CodeSet, 1, -2002},
-      {ObLanguageContext::SetDefault16CodeSet, ObLanguageContext::GetDefault16CodeSet, 254, -2002},
-      {ObLanguageContext::SetDefaultLanguage, ObLanguageContext::GetDefaultLanguage, 6, 0},
-      {ObLanguageContext::SetDefaultLanguage, ObLanguageContext::GetDefaultLanguage, 7, -2002},
+      {ObLanguageContext::SetDefaultCodeSet,
+       ObLanguageContext::GetDefaultCodeSet, 253, 0},
+      {ObLanguageContext::SetDefaultCodeSet,
+       ObLanguageContext::GetDefaultCodeSet, 0, -2002},
+      {ObLanguageContext::SetDefaultCodeSet,
+       ObLanguageContext::GetDefaultCodeSet, 254, -2002},
+      {ObLanguageContext::SetDefaultCodeSet,
+       ObLanguageContext::GetDefaultCodeSet, 77, -2002},
+      {ObLanguageContext::SetDefault8CodeSet,
+       ObLanguageContext::GetDefault8CodeSet, 2, 0},
+      {ObLanguageContext::SetDefault8CodeSet,
+       ObLanguageContext::GetDefault8CodeSet, 253, -2002},
+      {ObLanguageContext::SetDefault16CodeSet,
+       ObLanguageContext::GetDefault16CodeSet, 1, -2002},
+      {ObLanguageContext::SetDefault16CodeSet,
+       ObLanguageContext::GetDefault16CodeSet, 254, -2002},
+      {ObLanguageContext::SetDefaultLanguage,
+       ObLanguageContext::GetDefaultLanguage, 6, 0},
+      {ObLanguageContext::SetDefaultLanguage,
+       ObLanguageContext::GetDefaultLanguage, 7, -2002},
   };
   for (const Case& c : cases) {
     const uint8_t before = c.get();

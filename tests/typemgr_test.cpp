@@ -14,14 +14,13 @@ TEST(TypeMgr, FactoryChoosesTable) {
   struct Case {
     uint32_t factory, level;
     bool compat;
-  } cases[] = {{0, 0, true},   {3, 3, true},   {4, 4, false}, {10, 10, false},
-               {11, 3, true},  {12, 4, false}, {200, 4, false}};
+  } cases[] = {{0, 0, true},  {3, 3, true},   {4, 4, false},  {10, 10, false},
+               {11, 3, true}, {12, 4, false}, {200, 4, false}};
   for (const Case& c : cases) {
     ObTypeMgr mgr(c.factory);
     EXPECT_EQ(mgr.GetFactory(), c.level) << c.factory;
     // Only the compatibility table's string row lacks a null value.
-    EXPECT_EQ(mgr.SupportsNullValue(ObSTRING_T), c.compat ? 0 : 1)
-        << c.factory;
+    EXPECT_EQ(mgr.SupportsNullValue(ObSTRING_T), c.compat ? 0 : 1) << c.factory;
     mgr.SetFactory(11);
     EXPECT_EQ(mgr.GetFactory(), 3u);
   }

@@ -22,11 +22,34 @@ struct MemOps {
 };
 
 template <class T>
-constexpr MemOps kPlain = {PlainCreate<T>,    PlainDelete<T>,
-                           PlainConstruct<T>, ConstructNothing,
-                           PlainAssign<T>,    PlainAssign<T>};
-constexpr MemOps kStringMem = {StringCreate,    StringDelete, StringConstruct,
-                               StringDestruct,  StringAssign, StringCopy};
+constexpr MemOps kPlain = {PlainCreate<T>,   PlainDelete<T>, PlainConstruct<T>,
+                           ConstructNothing, PlainAssign<T>, PlainAssign<T>};
+constexpr MemOps kStringMem = {StringCreate,   StringDelete, StringConstruct,
+                               StringDestruct, StringAssign, StringCopy};
+
+// A row with names, lengths and format only, every operation empty: the
+// start of every other builder, and as it is for value classes that are
+// not part of this build yet.
+constexpr ObTypeEntry Pending(const char* name, const char* idName,
+                              uint16_t len, uint16_t fixed,
+                              const char* format) {
+  ObTypeEntry r{};
+  r.displayName = name;
+  r.idName = idName;
+  r.format = format;
+  r.memLen = len;
+  r.fixed = fixed;
+  return r;
+}
+
+constexpr void SetMemOps(ObTypeEntry& r, const MemOps& m) {
+  r.create = m.create;
+  r.del = m.del;
+  r.constructor = m.constructor;
+  r.destructor = m.destructor;
+  r.assignment = m.assignment;
+  r.copy = m.copy;
+}
 
 // A basic numeric row. Store, Load, NullSizeGet and SizeGet come from the
 // base-services library while the library loads (InitFixedWidthSlots).
@@ -34,79 +57,45 @@ template <class T>
 constexpr ObTypeEntry Fixed(const char* name, const char* idName,
                             ObKeyCompareFn compare, ObTranslateFn translate,
                             const char* format, ObSequenceStepFn step) {
-  constexpr MemOps m = kPlain<T>;
-  constexpr uint16_t len = sizeof(T);
-  return {name,          idName,       m.create,      m.del,
-          nullptr,       nullptr,      nullptr,       nullptr,
-          FixedSizeFromMemFile<len>,   compare,       nullptr, nullptr,
-          nullptr,       nullptr,      m.constructor, m.destructor,
-          m.assignment,  m.copy,       translate,     IsNullNever,
-          nullptr,       format,       nullptr,       nullptr,
-          len,           1,            nullptr,       step,
-          nullptr};
+  ObTypeEntry r = Pending(name, idName, sizeof(T), 1, format);
+  SetMemOps(r, kPlain<T>);
+  r.sizeGetFromMemFile = FixedSizeFromMemFile<sizeof(T)>;
+  r.compare = compare;
+  r.translate = translate;
+  r.isNull = IsNullNever;
+  r.sequenceStep = step;
+  return r;
 }
 
 template <class Row>
 constexpr ObTypeEntry Nullable(const char* name, const char* idName,
                                const char* format) {
   using V = typename Row::Value;
-  return {name,
-          idName,
-          PlainCreate<V>,
-          PlainDelete<V>,
-          Row::Store,
-          Row::Load,
-          Row::NullSize,
-          Row::SizeGet,
-          FixedSizeFromMemFile<Row::kStored>,
-          Row::Compare,
-          nullptr,
-          nullptr,
-          nullptr,
-          nullptr,
-          PlainConstruct<V>,
-          ConstructNothing,
-          PlainAssign<V>,
-          PlainAssign<V>,
-          Row::Translate,
-          Row::IsNull,
-          Row::SetNull,
-          format,
-          nullptr,
-          nullptr,
-          static_cast<uint16_t>(sizeof(V)),
-          1,
-          nullptr,
-          Row::Step,
-          nullptr};
-}
-
-// A row whose value class is not part of this build yet: names, lengths and
-// format only, every operation empty.
-constexpr ObTypeEntry Pending(const char* name, const char* idName,
-                              uint16_t len, uint16_t fixed,
-                              const char* format) {
-  return {name,    idName,  nullptr, nullptr, nullptr, nullptr, nullptr,
-          nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-          nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-          format,  nullptr, nullptr, len,     fixed,   nullptr, nullptr,
-          nullptr};
+  ObTypeEntry r = Pending(name, idName, sizeof(V), 1, format);
+  SetMemOps(r, kPlain<V>);
+  r.store = Row::Store;
+  r.load = Row::Load;
+  r.nullSizeGet = Row::NullSize;
+  r.sizeGet = Row::SizeGet;
+  r.sizeGetFromMemFile = FixedSizeFromMemFile<Row::kStored>;
+  r.compare = Row::Compare;
+  r.translate = Row::Translate;
+  r.isNull = Row::IsNull;
+  r.setNull = Row::SetNull;
+  r.sequenceStep = Row::Step;
+  return r;
 }
 
 // ObString rows: memory operations now; storage and text come with the
 // string layouts.
 constexpr ObTypeEntry StringRow(ObSetNullFn setNull, ObIsNullFn isNull,
                                 ObSequenceStepFn step) {
-  return {"ObString",      "ObSTRING_T",        kStringMem.create,
-          kStringMem.del,  nullptr,             nullptr,
-          nullptr,         nullptr,             nullptr,
-          nullptr,         nullptr,             nullptr,
-          nullptr,         nullptr,             kStringMem.constructor,
-          kStringMem.destructor, kStringMem.assignment, kStringMem.copy,
-          nullptr,         isNull,              setNull,
-          "%s",            nullptr,             nullptr,
-          16,              0,                   nullptr,
-          step,            nullptr};
+  ObTypeEntry r = Pending("ObString", "ObSTRING_T", 16, 0, "%s");
+  SetMemOps(r, kStringMem);
+  r.isNull = isNull;
+  r.setNull = setNull;
+  r.sequenceStep = step;
+  return r;
 }
 
 // ObInt64 with a null indicator; only its memory operations for now.
@@ -129,28 +118,39 @@ int32_t NullInt64SetNull(void* value) {
 
 constexpr ObTypeEntry NullInt64Row() {
   ObTypeEntry r = Pending("ObNull_ObInt64", "ObNULL_OBINT64_T", 12, 1, "%S");
-  r.create = PlainCreate<NullInt64>;
-  r.del = PlainDelete<NullInt64>;
-  r.constructor = PlainConstruct<NullInt64>;
-  r.destructor = ConstructNothing;
-  r.assignment = PlainAssign<NullInt64>;
-  r.copy = PlainAssign<NullInt64>;
+  SetMemOps(r, kPlain<NullInt64>);
   r.isNull = NullInt64IsNull;
   r.setNull = NullInt64SetNull;
   return r;
 }
 
-constexpr ObTypeEntry kIllegal = {
-    "illegal",         "ObRES_T",          CreateNothing,
-    DeleteNothing,     StoreNothing,       StoreNothing,
-    NullSizeNothing,   SizeGetNothing,     SizeFromMemFileNothing,
-    CompareNothing,    EvalNothing,        HashNothing,
-    ConvertToNothing,  ConvertFromNothing, ConstructNothing,
-    ConstructNothing,  AssignNothing,      AssignNothing,
-    TranslateNothing,  IsNullNever,        nullptr,
-    "illegal",         PrintNothing,       ScanNothing,
-    0,                 1,                  DefaultValueNothing,
-    StepUnsupported,   nullptr};
+// Every operation does nothing and reports nothing; there is no SetNull.
+constexpr ObTypeEntry IllegalRow() {
+  ObTypeEntry r = Pending("illegal", "ObRES_T", 0, 1, "illegal");
+  r.create = CreateNothing;
+  r.del = DeleteNothing;
+  r.store = StoreNothing;
+  r.load = StoreNothing;
+  r.nullSizeGet = NullSizeNothing;
+  r.sizeGet = SizeGetNothing;
+  r.sizeGetFromMemFile = SizeFromMemFileNothing;
+  r.compare = CompareNothing;
+  r.evalAndBound = EvalNothing;
+  r.hash = HashNothing;
+  r.convertTo = ConvertToNothing;
+  r.convertFrom = ConvertFromNothing;
+  r.constructor = ConstructNothing;
+  r.destructor = ConstructNothing;
+  r.assignment = AssignNothing;
+  r.copy = AssignNothing;
+  r.translate = TranslateNothing;
+  r.isNull = IsNullNever;
+  r.print = PrintNothing;
+  r.scan = ScanNothing;
+  r.defaultValue = DefaultValueNothing;
+  r.sequenceStep = StepUnsupported;
+  return r;
+}
 
 using Tr8 = decltype(&FixedTranslate<1, CharStore, CharStore>);
 constexpr Tr8 kTranslate8 = FixedTranslate<1, CharStore, CharStore>;
@@ -224,7 +224,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 43 */ Fixed<uint64_t>("o_u8b", "ObU8B_T", O_U8BCompare, kTranslate64, "%I64u", IntegerStep<uint64_t>),
   /* 44 */ Nullable<Null8B>("ObNull_8b", "ObNULL_8B_T", "%I64d"),
   /* 45 */ Nullable<NullU8B>("ObNull_u8b", "ObNULL_U8B_T", "%I64u"),
-  /* 46 */ kIllegal,
+  /* 46 */ IllegalRow(),
 };
 // clang-format on
 

@@ -71,19 +71,19 @@ struct NullableRow {
                                  y.value);
           });
     }
-    return obkey::KeyLoop<kStored>(
-        len1, p1, len2, p2, count, status,
-        [fmt](const uint8_t* a, const uint8_t* b) {
-          T x, y;
-          Conv(&x, a, fmt, 1);
-          Conv(&y, b, fmt, 1);
-          return OrderNullable(a[W] != 0, x, b[W] != 0, y);
-        });
+    return obkey::KeyLoop<kStored>(len1, p1, len2, p2, count, status,
+                                   [fmt](const uint8_t* a, const uint8_t* b) {
+                                     T x, y;
+                                     Conv(&x, a, fmt, 1);
+                                     Conv(&y, b, fmt, 1);
+                                     return OrderNullable(a[W] != 0, x,
+                                                          b[W] != 0, y);
+                                   });
   }
 
   static uint32_t Translate(void* dest, uint8_t destFormat, uint32_t destLen,
-                            const void* src, uint8_t srcFormat,
-                            uint32_t srcLen, uint32_t count) {
+                            const void* src, uint8_t srcFormat, uint32_t srcLen,
+                            uint32_t count) {
     return FixedTranslate<kStored, Store, Load, sizeof(Value)>(
         dest, destFormat, destLen, src, srcFormat, srcLen, count);
   }

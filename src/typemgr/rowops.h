@@ -37,8 +37,8 @@ uint32_t SizeFromMemFileNothing(MemFile* file, uint8_t format, uint32_t count);
 int32_t CompareNothing(uint8_t flags, uint32_t len1, const void* p1,
                        uint32_t len2, const void* p2, uint16_t options,
                        uint32_t count, int32_t& status);
-float EvalNothing(ObIdxBounds* bounds, uint16_t& op, void* value,
-                  uint8_t flags, uint32_t count, void* other);
+float EvalNothing(ObIdxBounds* bounds, uint16_t& op, void* value, uint8_t flags,
+                  uint32_t count, void* other);
 uint32_t HashNothing(uint8_t format, uint32_t len, const void* value,
                      uint32_t count, int32_t& status);
 ObTypeConvertData* ConvertToNothing(void* values, uint32_t count);

@@ -1,9 +1,8 @@
-#include "obtypeconv.h"
-
 #include <new>
 
 #include "obbs.h"
 #include "obstring.h"
+#include "obtypeconv.h"
 #include "obtypemgr.h"
 
 ObTypeConvertData* ObTypeConvertData::Make(char type, uint32_t count,

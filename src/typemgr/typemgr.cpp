@@ -2,14 +2,13 @@
 // the row's operation. An operation the row lacks answers with the
 // operation's "nothing" result (0, null, the output unchanged) instead of
 // being called.
-#include "obtypemgr.h"
-
 #include <cstring>
 
 #include "catalog.h"
 #include "module.h"
 #include "obstring.h"
 #include "obtypeconv.h"
+#include "obtypemgr.h"
 
 namespace {
 
@@ -203,8 +202,7 @@ int32_t ObTypeMgr::IsNullValue(char id, const void* value) const {
   return r.isNull != nullptr ? r.isNull(value) : 0;
 }
 
-ObTypeConvertData* ObTypeMgr::ConvertTo(char id, void* values,
-                                        uint32_t count) {
+ObTypeConvertData* ObTypeMgr::ConvertTo(char id, void* values, uint32_t count) {
   const ObTypeEntry& r = Row(id);
   if (r.convertTo == nullptr) return nullptr;
   ObTypeConvertData* data = r.convertTo(values, count);
@@ -212,8 +210,7 @@ ObTypeConvertData* ObTypeMgr::ConvertTo(char id, void* values,
   return data;
 }
 
-void* ObTypeMgr::ConvertFrom(char id, ObTypeConvertData* data,
-                             uint32_t count) {
+void* ObTypeMgr::ConvertFrom(char id, ObTypeConvertData* data, uint32_t count) {
   if (data != nullptr) data->owner = this;
   const ObTypeEntry& r = Row(id);
   return r.convertFrom != nullptr ? r.convertFrom(data, count) : nullptr;
@@ -229,7 +226,8 @@ int32_t ObTypeMgr::SetNullValue(char id, void* value) {
     // The value becomes what an empty text converts to.
     if (r.convertFrom == nullptr) return kObNotSupported;
     void* text = Create(ObSTRING_T, 1);
-    ObTypeConvertData* data = ObTypeConvertData::Make(ObSTRING_T, 1, text, this);
+    ObTypeConvertData* data =
+        ObTypeConvertData::Make(ObSTRING_T, 1, text, this);
     if (data == nullptr) {
       Delete(ObSTRING_T, text, 1);
       return kObNotSupported;
@@ -288,9 +286,7 @@ ObAssignFn ObTypeMgr::CopyPtrGet(char id) const { return Row(id).copy; }
 ObStoreFn ObTypeMgr::LoadPtrGet(char id) const { return Row(id).load; }
 ObStoreFn ObTypeMgr::StorePtrGet(char id) const { return Row(id).store; }
 ObIsNullFn ObTypeMgr::IsNullPtrGet(char id) const { return Row(id).isNull; }
-ObSetNullFn ObTypeMgr::SetNullPtrGet(char id) const {
-  return Row(id).setNull;
-}
+ObSetNullFn ObTypeMgr::SetNullPtrGet(char id) const { return Row(id).setNull; }
 ObKeyCompareFn ObTypeMgr::CmpFuncPtrGet(char id) const {
   return Row(id).compare;
 }

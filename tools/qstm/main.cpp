@@ -39,29 +39,54 @@ struct ValueForm {
 
 ValueForm FormOf(char id) {
   switch (id) {
-    case Ob1B_T: return {Kind::kSigned, 1, false};
-    case ObU1B_T: return {Kind::kUnsigned, 1, false};
-    case Ob2B_T: return {Kind::kSigned, 2, false};
-    case ObU2B_T: return {Kind::kUnsigned, 2, false};
-    case Ob4B_T: case ObINT_T: case ObENUM_T: return {Kind::kSigned, 4, false};
-    case ObU4B_T: case ObUNSIGNED_T: case ObBLOCKID_T:
+    case Ob1B_T:
+      return {Kind::kSigned, 1, false};
+    case ObU1B_T:
+      return {Kind::kUnsigned, 1, false};
+    case Ob2B_T:
+      return {Kind::kSigned, 2, false};
+    case ObU2B_T:
+      return {Kind::kUnsigned, 2, false};
+    case Ob4B_T:
+    case ObINT_T:
+    case ObENUM_T:
+      return {Kind::kSigned, 4, false};
+    case ObU4B_T:
+    case ObUNSIGNED_T:
+    case ObBLOCKID_T:
       return {Kind::kUnsigned, 4, false};
-    case Ob8B_T: return {Kind::kSigned, 8, false};
-    case ObU8B_T: return {Kind::kUnsigned, 8, false};
-    case ObFLOAT_T: return {Kind::kFloat, 4, false};
-    case ObDOUBLE_T: return {Kind::kFloat, 8, false};
-    case ObNULL_1B_T: return {Kind::kSigned, 1, true};
-    case ObNULL_U1B_T: return {Kind::kUnsigned, 1, true};
-    case ObNULL_2B_T: return {Kind::kSigned, 2, true};
-    case ObNULL_U2B_T: return {Kind::kUnsigned, 2, true};
-    case ObNULL_INT_T: case ObNULL_4B_T: return {Kind::kSigned, 4, true};
-    case ObNULL_UNSIGNED_T: case ObNULL_U4B_T:
+    case Ob8B_T:
+      return {Kind::kSigned, 8, false};
+    case ObU8B_T:
+      return {Kind::kUnsigned, 8, false};
+    case ObFLOAT_T:
+      return {Kind::kFloat, 4, false};
+    case ObDOUBLE_T:
+      return {Kind::kFloat, 8, false};
+    case ObNULL_1B_T:
+      return {Kind::kSigned, 1, true};
+    case ObNULL_U1B_T:
+      return {Kind::kUnsigned, 1, true};
+    case ObNULL_2B_T:
+      return {Kind::kSigned, 2, true};
+    case ObNULL_U2B_T:
+      return {Kind::kUnsigned, 2, true};
+    case ObNULL_INT_T:
+    case ObNULL_4B_T:
+      return {Kind::kSigned, 4, true};
+    case ObNULL_UNSIGNED_T:
+    case ObNULL_U4B_T:
       return {Kind::kUnsigned, 4, true};
-    case ObNULL_FLOAT_T: return {Kind::kFloat, 4, true};
-    case ObNULL_DOUBLE_T: return {Kind::kFloat, 8, true};
-    case ObNULL_8B_T: return {Kind::kSigned, 8, true};
-    case ObNULL_U8B_T: return {Kind::kUnsigned, 8, true};
-    default: return {};
+    case ObNULL_FLOAT_T:
+      return {Kind::kFloat, 4, true};
+    case ObNULL_DOUBLE_T:
+      return {Kind::kFloat, 8, true};
+    case ObNULL_8B_T:
+      return {Kind::kSigned, 8, true};
+    case ObNULL_U8B_T:
+      return {Kind::kUnsigned, 8, true};
+    default:
+      return {};
   }
 }
 
@@ -173,8 +198,7 @@ int Types() {
     std::printf("%-3d  %-18s  %-15s  %3u  %-5s  %-42s  %s\n", i,
                 mgr.TypeIdNameGet(id, nullptr), mgr.NameGet(id, nullptr),
                 mgr.MemLenGet(id, 1), mgr.IsFixed(id) ? "yes" : "no",
-                mgr.ExchangeFormat(id, nullptr),
-                Capabilities(mgr, id).c_str());
+                mgr.ExchangeFormat(id, nullptr), Capabilities(mgr, id).c_str());
   }
   return 0;
 }
@@ -199,7 +223,8 @@ int Compare(int argc, char** argv) {
       format = static_cast<uint8_t>(n);
     } else if (opt == "--options") {
       std::string hex = std::string("0x") + value;
-      if (std::strncmp(value, "0x", 2) == 0 || std::strncmp(value, "0X", 2) == 0)
+      if (std::strncmp(value, "0x", 2) == 0 ||
+          std::strncmp(value, "0X", 2) == 0)
         hex = value;
       if (!ParseUnsigned(hex.c_str(), 0xFFFF, n))
         return Fail(std::string("bad options '") + value + "' (hex, 0-FFFF)");

@@ -27,7 +27,8 @@ class QS_I18N_API ObLanguageContext {
   static uint8_t GetNativeCodeSet();
 
   static uint8_t GetDefaultCodeSet();
-  static int32_t SetDefaultCodeSet(uint8_t code);  // a known code set, not 0/254
+  static int32_t SetDefaultCodeSet(
+      uint8_t code);  // a known code set, not 0/254
   static uint8_t GetDefault8CodeSet();
   static int32_t SetDefault8CodeSet(uint8_t code);  // a known code 1-224
   static uint8_t GetDefault16CodeSet();

@@ -2,7 +2,7 @@
 
 namespace {
 
-constexpr uint8_t kNativeCodeSet = 1;    // windows-1252
+constexpr uint8_t kNativeCodeSet = 1;  // windows-1252
 constexpr uint8_t kUnicodeCodeSet = 253;
 constexpr uint8_t kOrderCodeSet = 254;
 constexpr uint8_t kLastShippedLanguage = 6;
