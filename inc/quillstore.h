@@ -6,6 +6,7 @@
 #include "obdefs.h"
 #include "obi18n.h"
 #include "obkeycmp.h"
+#include "obmbconv.h"
 #include "obmodule.h"
 #include "obnulty.h"
 #include "obstring.h"
