@@ -15,6 +15,9 @@
 
 #include "obdefs.h"
 
+class ObChar;
+class ObCharOperation;
+
 class QS_TM_API ObString {
  public:
   static constexpr uint16_t kMaxSize = 65532;  // bytes, terminator included
@@ -72,6 +75,50 @@ class QS_TM_API ObString {
   uint32_t CharWidth() const { return IsWide() ? 2 : 1; }
   // The character at `index` (16-bit units for wide code sets); 0 beyond.
   uint16_t CharAt(uint32_t index) const;
+
+  // A view of character `index` (the terminator at Len()); a default ObChar
+  // of value 0 beyond.
+  ObChar operator[](uint32_t index);
+
+  // Comparison through ObStrCmp with the default operator (Compare: with
+  // `cmpOp`, 65535 meaning the default; `length` characters, -1 for all).
+  bool operator==(const ObString& other) const;
+  bool operator!=(const ObString& other) const { return !(*this == other); }
+  bool operator<(const ObString& other) const;
+  bool operator>(const ObString& other) const;
+  bool operator<=(const ObString& other) const;
+  bool operator>=(const ObString& other) const;
+  int32_t Compare(const ObString& other, int16_t length = -1,
+                  uint16_t cmpOp = 65535) const;
+  // Binary order under one language; 1 when equal.
+  int32_t EqualsIgnoreLanguage(const ObString& other) const;
+  // Replace the wildcard orders with the first order of `ch`; return 0.
+  static int32_t SetAsterisk(const ObChar& ch);
+  static int32_t SetQuestion(const ObChar& ch);
+  static int32_t SetEscape(const ObChar& ch);
+
+  // Search. Positions in characters; -1 when nothing matches.
+  int32_t Find(const ObString& pattern, uint32_t start = 0,
+               uint16_t cmpOp = 65535) const;
+  int32_t Find(char ch, uint32_t start = 0, uint16_t cmpOp = 65535) const;
+  int32_t Find(unsigned short ch, uint32_t start = 0,
+               uint16_t cmpOp = 65535) const;
+  int32_t SubStringPos(const ObString& pattern, uint16_t cmpOp = 65535) const {
+    return Find(pattern, 0, cmpOp);
+  }
+  ObString& ReplaceAll(const ObString& from, const ObString& to,
+                       uint16_t cmpOp = 65535);
+  ObString& ReplaceAll(char from, char to, uint16_t cmpOp = 65535);
+  ObString& ReplaceAll(unsigned short from, unsigned short to,
+                       uint16_t cmpOp = 65535);
+
+  // Trimming of blank characters (collation order below 80) and case.
+  ObString& LeftTrim();
+  ObString& RightTrim();
+  ObString& Trim() { return LeftTrim().RightTrim(); }
+  ObString& ToLower();
+  ObString& ToUpper();
+  ObString& Transform(const ObCharOperation& op);
 
   // Editing.
   ObString& operator=(const ObString& other);
@@ -154,5 +201,11 @@ class QS_TM_API ObString {
 static_assert(sizeof(ObString) == 16, "ObString is 16 bytes in memory");
 
 QS_TM_API ObString operator+(const ObString& a, const ObString& b);
+
+// The next item of a `separator`-delimited list from `position`, trimmed;
+// `position` moves past the separator. Returns 0, or kObEndOfList.
+QS_TM_API int32_t ObSplitList(ObString& list, ObString& item,
+                              const ObString& separator,
+                              unsigned short& position);
 
 #endif  // QUILLSTORE_OBSTRING_H_

@@ -3,13 +3,16 @@
 #define QUILLSTORE_QUILLSTORE_H_
 
 #include "obbs.h"
+#include "obchar.h"
 #include "obdefs.h"
 #include "obi18n.h"
 #include "obkeycmp.h"
 #include "obmbconv.h"
 #include "obmodule.h"
 #include "obnulty.h"
+#include "obstrcmp.h"
 #include "obstring.h"
+#include "obstringiterator.h"
 #include "obtypeconv.h"
 #include "obtypemgr.h"
 

@@ -1,5 +1,6 @@
 // qstm: inspect the type catalogue and check how values and stored keys
 // compare, for engineers who work with stored data.
+#include <algorithm>
 #include <cerrno>
 #include <cinttypes>
 #include <cmath>
@@ -21,6 +22,12 @@ const char kUsage[] =
     "  compare TYPE A B [--format N] [--options HEX] [--count N]\n"
     "                                compare two values (comma-separated\n"
     "                                lists for arrays; 'null' for null)\n"
+    "  orders TEXT [--codeset N] [--language N]\n"
+    "                                the collation elements of a UTF-8 text\n"
+    "  strcmp A B [--op HEX] [--codeset N] [--language N]\n"
+    "                                compare two UTF-8 texts with ObStrCmp\n"
+    "  sort [--op HEX] [--codeset N] [--language N] < FILE\n"
+    "                                sort UTF-8 lines by ObStrCmp\n"
     "  version                       print the module description\n"
     "TYPE is a display name (o_4b), an identifier name (Ob4B_T) or a number.\n";
 
@@ -282,6 +289,147 @@ int Compare(int argc, char** argv) {
   return 0;
 }
 
+// Options of the text commands.
+struct TextOptions {
+  uint8_t codeSet = 253;
+  uint8_t language = 1;
+  uint16_t op = 0;
+  bool opGiven = false;
+};
+
+bool ParseHex16(const char* value, uint16_t& out) {
+  std::string hex = value;
+  if (hex.rfind("0x", 0) != 0 && hex.rfind("0X", 0) != 0) hex = "0x" + hex;
+  uint64_t n = 0;
+  if (!ParseUnsigned(hex.c_str(), 0xFFFF, n)) return false;
+  out = static_cast<uint16_t>(n);
+  return true;
+}
+
+// Parses the options from argv[first] on; the rest are positional texts.
+int ParseTextOptions(int argc, char** argv, int first, TextOptions& o,
+                     std::vector<const char*>& texts) {
+  for (int i = first; i < argc; ++i) {
+    std::string opt = argv[i];
+    if (opt.rfind("--", 0) != 0) {
+      texts.push_back(argv[i]);
+      continue;
+    }
+    if (i + 1 >= argc) return Fail("option " + opt + " needs a value");
+    const char* value = argv[++i];
+    uint64_t n = 0;
+    if (opt == "--codeset") {
+      if (!ParseUnsigned(value, 255, n) ||
+          !ObLanguageContext::IsKnownCodeSet(static_cast<uint8_t>(n)) ||
+          n == 0 || n == 254)
+        return Fail(std::string("unknown code set '") + value + "'");
+      o.codeSet = static_cast<uint8_t>(n);
+    } else if (opt == "--language") {
+      if (!ParseUnsigned(value, 255, n) ||
+          !ObLanguageContext::IsShippedLanguage(static_cast<uint8_t>(n)))
+        return Fail(std::string("unknown language '") + value + "'");
+      o.language = static_cast<uint8_t>(n);
+    } else if (opt == "--op") {
+      if (!ParseHex16(value, o.op))
+        return Fail(std::string("bad operator '") + value + "' (hex, 0-FFFF)");
+      o.opGiven = true;
+    } else {
+      return Fail("unknown option " + opt);
+    }
+  }
+  return 0;
+}
+
+// A UTF-8 text as an ObString of the chosen code set and language.
+bool FromUtf8(const char* text, const TextOptions& o, ObString& out) {
+  out.SetLanguage(o.language);
+  if (ObMBS2ObString(text, out, -1) < 0) return false;
+  out.SetLanguage(o.language);
+  if (o.codeSet != 253) out.MapToCodeSet(o.codeSet);
+  return true;
+}
+
+std::string ToUtf8(uint16_t unicode) {
+  char bytes[8] = {};
+  int32_t n = ObWChar2MultiByte(bytes, static_cast<wchar_t>(unicode));
+  return n > 0 ? std::string(bytes, static_cast<size_t>(n)) : "?";
+}
+
+int Orders(int argc, char** argv) {
+  TextOptions o;
+  std::vector<const char*> texts;
+  if (int rc = ParseTextOptions(argc, argv, 0, o, texts)) return rc;
+  if (texts.size() != 1) return Fail("orders needs one TEXT");
+  ObString s;
+  if (!FromUtf8(texts[0], o, s)) return Fail("TEXT is not valid UTF-8");
+  ObStringIterator it(s);
+  const uint32_t w = s.CharWidth();
+  for (;;) {
+    const char* at = it.GetPosition();
+    const uint16_t order = it.GetNextOrder(1);
+    if (order == 0) break;
+    const uint32_t index = static_cast<uint32_t>(at - s.StrGet()) / w;
+    ObString name;
+    ObConvertOrderToString(order, it.GetCollationId(), name);
+    std::string text = name.StrGet();
+    if (!text.empty() && text.back() == '\n') text.pop_back();
+    const ObChar ch(s.CharAt(index), s.GetCodeSet(), s.GetLanguage());
+    std::printf("%s   0x%04X  id %-3u %s\n",
+                ToUtf8(ch.MapTo(253).GetValue()).c_str(), order,
+                it.GetCollationId(), text.c_str());
+  }
+  return 0;
+}
+
+int StrCmp(int argc, char** argv) {
+  TextOptions o;
+  std::vector<const char*> texts;
+  if (int rc = ParseTextOptions(argc, argv, 0, o, texts)) return rc;
+  if (texts.size() != 2) return Fail("strcmp needs two texts A B");
+  ObString a, b;
+  if (!FromUtf8(texts[0], o, a) || !FromUtf8(texts[1], o, b))
+    return Fail("texts must be valid UTF-8");
+  const uint16_t op = o.opGiven ? o.op : ObLanguageContext::GetDefaultCmpOp();
+  const int32_t r =
+      ObStrCmp(a.GetCodeSet(), a.GetLanguage(), a.StrGet(), b.GetCodeSet(),
+               b.GetLanguage(), b.StrGet(), op, -1, 1, nullptr);
+  std::printf("%d (%s)\n", r, r < 0 ? "A < B" : r > 0 ? "A > B" : "A = B");
+  return 0;
+}
+
+int Sort(int argc, char** argv) {
+  TextOptions o;
+  std::vector<const char*> texts;
+  if (int rc = ParseTextOptions(argc, argv, 0, o, texts)) return rc;
+  if (!texts.empty()) return Fail("sort reads its lines from standard input");
+  const uint16_t op = o.opGiven ? o.op : ObLanguageContext::GetDefaultCmpOp();
+  struct Line {
+    std::string utf8;
+    ObString text;
+  };
+  std::vector<Line> lines;
+  char buffer[8192];
+  while (std::fgets(buffer, sizeof buffer, stdin) != nullptr) {
+    std::string line = buffer;
+    while (!line.empty() && (line.back() == '\n' || line.back() == '\r'))
+      line.pop_back();
+    Line l{line, ObString()};
+    if (!FromUtf8(line.c_str(), o, l.text))
+      return Fail("line " + std::to_string(lines.size() + 1) +
+                  " is not valid UTF-8");
+    lines.push_back(std::move(l));
+  }
+  std::stable_sort(lines.begin(), lines.end(),
+                   [op](const Line& x, const Line& y) {
+                     return ObStrCmp(x.text.GetCodeSet(), x.text.GetLanguage(),
+                                     x.text.StrGet(), y.text.GetCodeSet(),
+                                     y.text.GetLanguage(), y.text.StrGet(), op,
+                                     -1, 1, nullptr) < 0;
+                   });
+  for (const Line& l : lines) std::printf("%s\n", l.utf8.c_str());
+  return 0;
+}
+
 int Version() {
   const char *info = nullptr, *date = nullptr, *name = nullptr,
              *compiler = nullptr;
@@ -304,6 +452,12 @@ int main(int argc, char** argv) {
     rc = Types();
   } else if (std::strcmp(argv[1], "compare") == 0) {
     rc = Compare(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "orders") == 0) {
+    rc = Orders(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "strcmp") == 0) {
+    rc = StrCmp(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "sort") == 0) {
+    rc = Sort(argc - 2, argv + 2);
   } else if (std::strcmp(argv[1], "version") == 0 && argc == 2) {
     rc = Version();
   } else if (std::strcmp(argv[1], "--help") == 0 ||
