@@ -203,3 +203,25 @@ TEST(ObString, Numbers) {
 }
 
 }  // namespace
+
+namespace {
+
+// Code-set changes go through Unicode: windows-1252 and ISO-8859-2 differ
+// above 0x7F, and characters a target lacks become '?'.
+TEST(ObString, ConversionBetweenCodeSets) {
+  ObString euro("\x80\xE9");  // € é in windows-1252
+  EXPECT_EQ(euro.MapToCodeSet(253), 0);
+  EXPECT_EQ(euro.CharAt(0), 0x20AC);
+  EXPECT_EQ(euro.CharAt(1), 0xE9);
+  EXPECT_EQ(euro.MapToCodeSet(2), 0);  // ISO-8859-2 has é but not €
+  EXPECT_STREQ(euro.StrGet(), "?\xE9");
+  ObString polish("\xB3\xF3");  // ł ó, labelled ISO-8859-2
+  polish.SetCodeSetCode(2);
+  ObString unicode(253, 1);
+  unicode += polish;
+  EXPECT_EQ(unicode.CharAt(0), 0x142);
+  EXPECT_EQ(unicode.CharAt(1), 0xF3);
+  EXPECT_TRUE(unicode == polish);  // equal text in any code set
+}
+
+}  // namespace
