@@ -6,50 +6,12 @@
 
 #include "nullrows.h"
 #include "obbs.h"
+#include "rowbuild.h"
 #include "rowops.h"
 
 using namespace obrow;
 
 namespace {
-
-struct MemOps {
-  ObCreateFn create;
-  ObDeleteFn del;
-  ObConstructFn constructor;
-  ObConstructFn destructor;
-  ObAssignFn assignment;
-  ObAssignFn copy;
-};
-
-template <class T>
-constexpr MemOps kPlain = {PlainCreate<T>,   PlainDelete<T>, PlainConstruct<T>,
-                           ConstructNothing, PlainAssign<T>, PlainAssign<T>};
-constexpr MemOps kStringMem = {StringCreate,   StringDelete, StringConstruct,
-                               StringDestruct, StringAssign, StringCopy};
-
-// A row with names, lengths and format only, every operation empty: the
-// start of every other builder, and as it is for value classes that are
-// not part of this build yet.
-constexpr ObTypeEntry Pending(const char* name, const char* idName,
-                              uint16_t len, uint16_t fixed,
-                              const char* format) {
-  ObTypeEntry r{};
-  r.displayName = name;
-  r.idName = idName;
-  r.format = format;
-  r.memLen = len;
-  r.fixed = fixed;
-  return r;
-}
-
-constexpr void SetMemOps(ObTypeEntry& r, const MemOps& m) {
-  r.create = m.create;
-  r.del = m.del;
-  r.constructor = m.constructor;
-  r.destructor = m.destructor;
-  r.assignment = m.assignment;
-  r.copy = m.copy;
-}
 
 // A basic numeric row. Store, Load, NullSizeGet and SizeGet come from the
 // base-services library while the library loads (InitFixedWidthSlots).
