@@ -189,6 +189,14 @@ class QS_TM_API ObTypeMgr {
   ObPrintFn ExchangePrintToObStringFunc(char id, ObPrintFn fn);
   ObScanFn ExchangeScanFromObStringFunc(char id, ObScanFn fn);
 
+  // Text forms. A null format means the row's default format. Arrays print
+  // as their elements' texts separated by "," and appended to `out`
+  // (character arrays as one run); scanning is the row's.
+  ObString& PrintToObString(char id, ObString& out, const void* values,
+                            const char* format, uint32_t count) const;
+  void* ScanFromObString(char id, void* values, ObString& text,
+                         const char* format, uint32_t count) const;
+
   // The text every printer writes for a null value ("{NULL}" after loading).
   static const ObString& GetNullPrintString();
   static void SetNullPrintString(const ObString& text);

@@ -2,6 +2,8 @@
 #ifndef QUILLSTORE_QUILLSTORE_H_
 #define QUILLSTORE_QUILLSTORE_H_
 
+#include "obblob.h"
+#include "obboolean.h"
 #include "obbs.h"
 #include "obchar.h"
 #include "obdefs.h"

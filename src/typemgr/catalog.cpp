@@ -4,14 +4,37 @@
 // records and printed texts of existing databases depend on them.
 #include "catalog.h"
 
+#include <type_traits>
+
 #include "nullrows.h"
+#include "obblob.h"
+#include "obboolean.h"
 #include "obbs.h"
+#include "printscan.h"
 #include "rowbuild.h"
 #include "rowops.h"
 
 using namespace obrow;
 
 namespace {
+
+// The text form of a basic number: bytes print as characters.
+template <class T>
+constexpr void SetNumberText(ObTypeEntry& r) {
+  if constexpr (sizeof(T) == 1) {
+    r.print = obprint::CharPrint;
+    r.scan = obprint::CharScan;
+  } else if constexpr (std::is_same<T, float>::value) {
+    r.print = obprint::FloatPrint;
+    r.scan = obprint::FloatScan;
+  } else if constexpr (std::is_same<T, double>::value) {
+    r.print = obprint::DoublePrint;
+    r.scan = obprint::DoubleScan;
+  } else {
+    r.print = obprint::IntegerPrint<T>;
+    r.scan = obprint::IntegerScan<T>;
+  }
+}
 
 // A basic numeric row. Store, Load, NullSizeGet and SizeGet come from the
 // base-services library while the library loads (InitFixedWidthSlots).
@@ -26,6 +49,7 @@ constexpr ObTypeEntry Fixed(const char* name, const char* idName,
   r.translate = translate;
   r.isNull = IsNullNever;
   r.sequenceStep = step;
+  SetNumberText<T>(r);
   return r;
 }
 
@@ -45,6 +69,8 @@ constexpr ObTypeEntry Nullable(const char* name, const char* idName,
   r.isNull = Row::IsNull;
   r.setNull = Row::SetNull;
   r.sequenceStep = Row::Step;
+  r.print = obprint::NullablePrint<typename Row::Type>;
+  r.scan = obprint::NullableScan<typename Row::Type>;
   return r;
 }
 
@@ -57,6 +83,74 @@ constexpr ObTypeEntry StringRow(ObSetNullFn setNull, ObIsNullFn isNull,
   r.isNull = isNull;
   r.setNull = setNull;
   r.sequenceStep = step;
+  r.print = obprint::StringPrint;
+  r.scan = obprint::StringScan;
+  return r;
+}
+
+int32_t BlobIsNull(const void* value) {
+  return static_cast<const ObBlob*>(value)->IsNullValue();
+}
+int32_t BlobSetNull(void* value) {
+  return static_cast<ObBlob*>(value)->SetNullValue();
+}
+
+// ObBlob: memory operations, null value and text; storage comes with the
+// blob layout.
+constexpr ObTypeEntry BlobRow() {
+  ObTypeEntry r = Pending("ObBlob", "ObBLOB_T", 8, 0, "[BLOB,len=%L]");
+  SetMemOps(r, kClass<ObBlob>);
+  r.isNull = BlobIsNull;
+  r.setNull = BlobSetNull;
+  r.print = obprint::BlobPrint;
+  r.scan = obprint::BlobScan;
+  r.sequenceStep = StepUnsupported;
+  return r;
+}
+
+int32_t BooleanIsNull(const void* value) {
+  return static_cast<const ObBoolean*>(value)->IsNullValue();
+}
+int32_t BooleanSetNull(void* value) {
+  return static_cast<ObBoolean*>(value)->SetNullValue();
+}
+
+// Counter rule on false < true; a null boolean has no successor.
+int32_t BooleanStep(void* value, uint32_t, uint8_t format, uint8_t kind) {
+  if (format != kObFormatMemory) return kObNotSupported;
+  ObBoolean& b = *static_cast<ObBoolean*>(value);
+  switch (kind) {
+    case kStepReset:
+      b = 0;
+      return 0;
+    case kStepKeep:
+      return 0;
+    case kStepNext:
+    case kStepNextM:
+      if (b.IsNullValue() || b.GetValue() != 0) return kObCounterAtMax;
+      b = 1;
+      return 0;
+    default:
+      return kObNotSupported;
+  }
+}
+
+// ObBoolean: one byte in memory and in every stored format.
+constexpr ObTypeEntry BooleanRow() {
+  ObTypeEntry r = Pending("ObBoolean", "ObBOOLEAN_T", 1, 1, "noop");
+  SetMemOps(r, kPlain<ObBoolean>);
+  r.store = CharStore;
+  r.load = CharStore;
+  r.nullSizeGet = CharNullSizeGet;
+  r.sizeGet = CharSizeGet;
+  r.sizeGetFromMemFile = FixedSizeFromMemFile<1>;
+  r.compare = BooleanCompare;
+  r.translate = FixedTranslate<1, CharStore, CharStore>;
+  r.isNull = BooleanIsNull;
+  r.setNull = BooleanSetNull;
+  r.print = obprint::BooleanPrint;
+  r.scan = obprint::BooleanScan;
+  r.sequenceStep = BooleanStep;
   return r;
 }
 
@@ -158,7 +252,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 15 */ Pending("ObObjId", "ObOBJID_T", 12, 1, "(%H-%L#%B)"),
   /* 16 */ Pending("ObClassId", "ObCLID_T", 4, 1, "(%Cv%V)"),
   /* 17 */ Pending("ObRef", "ObREF_T", 16, 1, "(%D:%H-%L#%B, %C)"),
-  /* 18 */ Pending("ObBlob", "ObBLOB_T", 8, 0, "[BLOB,len=%L]"),
+  /* 18 */ BlobRow(),
   /* 19 */ Pending("ObDateTime", "ObDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p"),
   /* 20 */ Pending("ObIString", "ObISTRING_T", 16, 0, "%s"),
   /* 21 */ Pending("ObCaseIString", "ObCASEISTRING_T", 16, 0, "%s"),
@@ -167,7 +261,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 24 */ Pending("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p"),
   /* 25 */ Pending("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds"),
   /* 26 */ Pending("ObInt64", "ObINT64_T", 8, 1, "%S"),
-  /* 27 */ Pending("ObBoolean", "ObBOOLEAN_T", 1, 1, "noop"),
+  /* 27 */ BooleanRow(),
   /* 28 */ Nullable<NullChar>("ObNull_char", "ObNULL_1B_T", "%c"),
   /* 29 */ Nullable<NullUChar>("ObNull_uchar", "ObNULL_U1B_T", "%c"),
   /* 30 */ Nullable<NullShort>("ObNull_short", "ObNULL_2B_T", "%hd"),

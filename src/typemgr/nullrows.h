@@ -14,6 +14,7 @@ namespace obrow {
 
 template <class T, ObStoreFn Conv>
 struct NullableRow {
+  using Type = T;
   using Value = ObNullable<T>;
   static constexpr uint32_t W = sizeof(T);
   static constexpr uint32_t kStored = W + 1;

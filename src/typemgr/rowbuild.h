@@ -3,6 +3,8 @@
 #ifndef QUILLSTORE_SRC_TYPEMGR_ROWBUILD_H_
 #define QUILLSTORE_SRC_TYPEMGR_ROWBUILD_H_
 
+#include <new>
+
 #include "catalog.h"
 #include "rowops.h"
 
@@ -21,6 +23,48 @@ template <class T>
 inline constexpr MemOps kPlain = {PlainCreate<T>,    PlainDelete<T>,
                                   PlainConstruct<T>, ConstructNothing,
                                   PlainAssign<T>,    PlainAssign<T>};
+// Class values: constructed, destroyed and assigned as objects.
+template <class T>
+void* ClassCreate(uint32_t count) {
+  void* p = AllocArray(count, sizeof(T));
+  T* v = static_cast<T*>(p);
+  for (uint32_t i = 0; p != nullptr && i < count; ++i) new (&v[i]) T();
+  return p;
+}
+template <class T>
+void ClassConstruct(void* values, uint32_t count, uint32_t) {
+  T* v = static_cast<T*>(values);
+  for (uint32_t i = 0; i < count; ++i) new (&v[i]) T();
+}
+template <class T>
+void ClassDestruct(void* values, uint32_t count, uint32_t) {
+  T* v = static_cast<T*>(values);
+  for (uint32_t i = 0; i < count; ++i) v[i].~T();
+}
+template <class T>
+void* ClassDelete(void* values, uint32_t count) {
+  if (values != nullptr) ClassDestruct<T>(values, count, 0);
+  FreeArray(values);
+  return nullptr;
+}
+template <class T>
+void ClassAssign(void* dest, const void* src, uint32_t count, int32_t) {
+  T* d = static_cast<T*>(dest);
+  const T* s = static_cast<const T*>(src);
+  for (uint32_t i = 0; i < count; ++i) d[i] = s[i];
+}
+// Copy-constructs into raw storage.
+template <class T>
+void ClassCopy(void* dest, const void* src, uint32_t count, int32_t) {
+  T* d = static_cast<T*>(dest);
+  const T* s = static_cast<const T*>(src);
+  for (uint32_t i = 0; i < count; ++i) new (&d[i]) T(s[i]);
+}
+template <class T>
+inline constexpr MemOps kClass = {ClassCreate<T>,    ClassDelete<T>,
+                                  ClassConstruct<T>, ClassDestruct<T>,
+                                  ClassAssign<T>,    ClassCopy<T>};
+
 inline constexpr MemOps kStringMem = {StringCreate,    StringDelete,
                                       StringConstruct, StringDestruct,
                                       StringAssign,    StringCopy};

@@ -9,6 +9,7 @@
 #include "obstring.h"
 #include "obtypeconv.h"
 #include "obtypemgr.h"
+#include "printscan.h"
 
 namespace {
 
@@ -312,6 +313,31 @@ ObPrintFn ObTypeMgr::ExchangePrintToObStringFunc(char id, ObPrintFn fn) {
 }
 ObScanFn ObTypeMgr::ExchangeScanFromObStringFunc(char id, ObScanFn fn) {
   return Exchange(table_[FoldTypeId(id)]->scan, fn);
+}
+
+ObString& ObTypeMgr::PrintToObString(char id, ObString& out, const void* values,
+                                     const char* format, uint32_t count) const {
+  const ObTypeEntry& r = Row(id);
+  if (r.print == nullptr) return out;
+  if (format == nullptr) format = r.format;
+  if (count < 2 || r.print == obprint::CharPrint)
+    return r.print(out, values, format, count);
+  const ObString separator(",");
+  for (uint32_t i = 0; i < count; ++i) {
+    ObString element;
+    r.print(element, static_cast<const char*>(values) + size_t{i} * r.memLen,
+            format, 1);
+    out += element;
+    if (i + 1 < count) out += separator;
+  }
+  return out;
+}
+
+void* ObTypeMgr::ScanFromObString(char id, void* values, ObString& text,
+                                  const char* format, uint32_t count) const {
+  const ObTypeEntry& r = Row(id);
+  if (r.scan == nullptr) return values;
+  return r.scan(values, text, format != nullptr ? format : r.format, count);
 }
 
 const ObString& ObTypeMgr::GetNullPrintString() { return NullPrintText(); }
