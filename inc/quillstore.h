@@ -7,6 +7,7 @@
 #include "obbs.h"
 #include "obchar.h"
 #include "obdefs.h"
+#include "obhash.h"
 #include "obi18n.h"
 #include "obkeycmp.h"
 #include "obmbconv.h"

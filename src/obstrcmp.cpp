@@ -8,6 +8,7 @@
 #include "obi18n.h"
 #include "obstring.h"
 #include "obstringiterator.h"
+#include "obweight.h"
 
 namespace {
 
@@ -39,18 +40,8 @@ bool IsNull(uint8_t codeSet, uint8_t language) {
          (codeSet == kOrderCodeSet && language == 0);
 }
 
-// The 32-bit weight: collation identifier on top; for letters the variant
-// bits (accent kind, case) move to the low 7 bits so that masks select the
-// levels.
 inline uint32_t Weight(uint16_t order, uint8_t collationId) {
-  if (order == 0) return 0;
-  uint32_t low;
-  if (order < 32768 && (order & 0x4000) != 0 && collationId != 20) {
-    low = (uint32_t{order & 0x407Fu} << 8) | ((order >> 7) & 0x7Fu);
-  } else {
-    low = uint32_t{order} << 8;
-  }
-  return uint32_t{collationId} << 24 | low;
+  return ObCollationWeight(order, collationId);
 }
 
 inline int32_t Diff(uint32_t a, uint32_t b) {

@@ -6,6 +6,8 @@
 
 #include <type_traits>
 
+#include "hashrows.h"
+
 #include "nullrows.h"
 #include "obblob.h"
 #include "obboolean.h"
@@ -49,6 +51,7 @@ constexpr ObTypeEntry Fixed(const char* name, const char* idName,
   r.translate = translate;
   r.isNull = IsNullNever;
   r.sequenceStep = step;
+  r.hash = NumberHash<T>;
   SetNumberText<T>(r);
   return r;
 }
@@ -69,6 +72,7 @@ constexpr ObTypeEntry Nullable(const char* name, const char* idName,
   r.isNull = Row::IsNull;
   r.setNull = Row::SetNull;
   r.sequenceStep = Row::Step;
+  r.hash = NullableHash<typename Row::Type>;
   r.print = obprint::NullablePrint<typename Row::Type>;
   r.scan = obprint::NullableScan<typename Row::Type>;
   return r;
@@ -135,6 +139,15 @@ int32_t BooleanStep(void* value, uint32_t, uint8_t format, uint8_t kind) {
   }
 }
 
+// Booleans that compare equal (all nonzero values, all nulls) hash alike.
+uint32_t BooleanHash(uint8_t, uint32_t len, const void* value, uint32_t count,
+                     int32_t& status) {
+  return obhash::HashLoop<1>(len, value, count, status, [](const uint8_t* p) {
+    return *p == ObBoolean::kNull ? uint32_t{ObBoolean::kNull}
+                                  : uint32_t{*p != 0};
+  });
+}
+
 // ObBoolean: one byte in memory and in every stored format.
 constexpr ObTypeEntry BooleanRow() {
   ObTypeEntry r = Pending("ObBoolean", "ObBOOLEAN_T", 1, 1, "noop");
@@ -145,6 +158,7 @@ constexpr ObTypeEntry BooleanRow() {
   r.sizeGet = CharSizeGet;
   r.sizeGetFromMemFile = FixedSizeFromMemFile<1>;
   r.compare = BooleanCompare;
+  r.hash = BooleanHash;
   r.translate = FixedTranslate<1, CharStore, CharStore>;
   r.isNull = BooleanIsNull;
   r.setNull = BooleanSetNull;
