@@ -61,6 +61,10 @@ class QS_TM_API ObString {
   int32_t CopyMapped(const ObString& source, uint8_t codeSet,
                      uint16_t length = kWholeText);
 
+  // Replaces the text by `count` characters of this string's own code set
+  // (16-bit characters in machine order), without conversion.
+  ObString& AssignChars(const void* chars, uint32_t count);
+
   // Access.
   uint32_t Len() const;
   bool IsEmpty() const;

@@ -16,6 +16,7 @@
 #include "obstrcmp.h"
 #include "obstring.h"
 #include "obstringiterator.h"
+#include "obstrkey.h"
 #include "obtypeconv.h"
 #include "obtypemgr.h"
 

@@ -287,6 +287,11 @@ void ObString::AssignText(const void* text, uint8_t codeSet, uint32_t count) {
   Splice(text, codeSet, 0, 0, count, 1, SpliceMode::kTruncateAppend);
 }
 
+ObString& ObString::AssignChars(const void* chars, uint32_t count) {
+  AssignText(chars, codeSet_, count);
+  return *this;
+}
+
 void ObString::AssignNumber(const char* text) {
   AssignText(text, codeSet_, static_cast<uint32_t>(std::strlen(text)));
 }

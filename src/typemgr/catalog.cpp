@@ -12,6 +12,8 @@
 #include "obblob.h"
 #include "obboolean.h"
 #include "obbs.h"
+#include "obstrkey.h"
+#include "obtypes.h"
 #include "printscan.h"
 #include "rowbuild.h"
 #include "rowops.h"
@@ -78,12 +80,32 @@ constexpr ObTypeEntry Nullable(const char* name, const char* idName,
   return r;
 }
 
-// ObString rows: memory operations now; storage and text come with the
-// string layouts.
-constexpr ObTypeEntry StringRow(ObSetNullFn setNull, ObIsNullFn isNull,
-                                ObSequenceStepFn step) {
+// ObString rows. The compatibility table's row writes the earlier record
+// form and has no null value and no counter step.
+constexpr ObTypeEntry StringRow(bool current) {
   ObTypeEntry r = Pending("ObString", "ObSTRING_T", 16, 0, "%s");
   SetMemOps(r, kStringMem);
+  r.load = StringLoad;
+  r.hash = oblayout::StringHash;
+  if (current) {
+    r.store = StringStore;
+    r.nullSizeGet = oblayout::StringNullSizeGet;
+    r.sizeGet = StringSizeGet;
+    r.sizeGetFromMemFile = oblayout::StringSizeFromMemFile;
+    r.compare = StringCompare;
+    r.translate = oblayout::StringTranslate;
+  } else {
+    r.store = oblayout::OldStringStore;
+    r.nullSizeGet = oblayout::OldStringNullSizeGet;
+    r.sizeGet = oblayout::OldStringSizeGet;
+    r.sizeGetFromMemFile = oblayout::OldStringSizeFromMemFile;
+    r.compare = StringCompareLegacy;
+    r.translate = oblayout::OldStringTranslate;
+  }
+  const ObSetNullFn setNull = current ? StringSetNull : nullptr;
+  const ObIsNullFn isNull = current ? StringIsNull : IsNullNever;
+  const ObSequenceStepFn step =
+      current ? oblayout::StringSequenceStep : StepUnsupported;
   r.isNull = isNull;
   r.setNull = setNull;
   r.sequenceStep = step;
@@ -99,11 +121,18 @@ int32_t BlobSetNull(void* value) {
   return static_cast<ObBlob*>(value)->SetNullValue();
 }
 
-// ObBlob: memory operations, null value and text; storage comes with the
-// blob layout.
+// ObBlob: a 32-bit length and the bytes when stored.
 constexpr ObTypeEntry BlobRow() {
   ObTypeEntry r = Pending("ObBlob", "ObBLOB_T", 8, 0, "[BLOB,len=%L]");
   SetMemOps(r, kClass<ObBlob>);
+  r.store = oblayout::BlobStore;
+  r.load = oblayout::BlobLoad;
+  r.nullSizeGet = oblayout::BlobNullSizeGet;
+  r.sizeGet = oblayout::BlobSizeGet;
+  r.sizeGetFromMemFile = oblayout::BlobSizeFromMemFile;
+  r.compare = BlobCompare;
+  r.hash = oblayout::BlobHash;
+  r.translate = oblayout::BlobTranslate;
   r.isNull = BlobIsNull;
   r.setNull = BlobSetNull;
   r.print = obprint::BlobPrint;
@@ -259,7 +288,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /*  8 */ Fixed<uint32_t>("unsigned", "ObUNSIGNED_T", UnsignedCompare, kTranslateUnsigned, "%u", IntegerStep<uint32_t>),
   /*  9 */ Fixed<int32_t>("enum", "ObENUM_T", IntCompare, kTranslateInt, "%d", StepUnsupported),
   /* 10 */ Fixed<uint8_t>("o_u1b", "ObU1B_T", ByteCompare, kTranslate8, "%c", IntegerStep<uint8_t>),
-  /* 11 */ StringRow(StringSetNull, StringIsNull, nullptr),
+  /* 11 */ StringRow(true),
   /* 12 */ Pending("ObDate", "ObDATE_T", 4, 1, "%a %e.%b %Y"),
   /* 13 */ Pending("ObTime", "ObTIME_T", 3, 1, "%I:%M:%S %p"),
   /* 14 */ Fixed<uint32_t>("BlockId", "ObBLOCKID_T", DwordCompare, kTranslate32, "#%lu", IntegerStep<uint32_t>),
@@ -300,7 +329,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
 
 // The earlier ObString row: no null value and no counter step.
 ObTypeEntry g_compatStringRow =
-    StringRow(nullptr, IsNullNever, StepUnsupported);
+    StringRow(false);
 
 }  // namespace
 
