@@ -2,7 +2,7 @@
 # build on first use. Source it; call qs_build BUILD_DIR [cmake options...].
 set -euo pipefail
 QS_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-QS_PACKAGES=(cmake make g++ libgtest-dev libbenchmark-dev tzdata)
+QS_PACKAGES=(cmake make g++ libgtest-dev libbenchmark-dev libicu-dev tzdata)
 
 qs_install_missing() {
   local missing=()
