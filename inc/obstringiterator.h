@@ -107,6 +107,7 @@ class QS_TM_API ObStringIterator {
   const char* position_;
   const ObWCharList* overflow_;
   const ObLanguage* languageRecord_;  // looked up once per construction
+  uint8_t languageCollationId_;       // the code set's identifier for it
 };
 
 // Order functions. Return 0, or kObBadArgument for an order outside the

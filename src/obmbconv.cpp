@@ -1,7 +1,9 @@
 #include "obmbconv.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 #include "obbs.h"
 #include "obstring.h"
@@ -25,7 +27,6 @@ constexpr CodecRow kRows[] = {
     {0xFE, 0xFC, 30, 0x7FFFFFFF, 0x4000000},
 };
 constexpr uint8_t kUnicode = 253;
-constexpr uint32_t kStage = 256;
 constexpr uint32_t kMaxInput = 32768;
 constexpr uint8_t kFirstNonAscii8CodeSet = 27;
 
@@ -110,15 +111,9 @@ int32_t ObMBS2ObString(const char* in, ObString& out, int32_t inBytes) {
   // A negative count decodes to the terminating 0; a cut sequence stops at
   // the 0, whose continuation test fails, so no byte beyond it is read.
   const size_t limit = inBytes < 0 ? SIZE_MAX : static_cast<size_t>(inBytes);
-  unsigned short stage[kStage + 1];
-  uint32_t staged = 0;
-  auto flush = [&]() {
-    stage[staged] = 0;
-    ObString piece(stage, static_cast<uint16_t>(staged));
-    piece.SetCodeSetCode(kUnicode);
-    out += piece;
-    staged = 0;
-  };
+  // Decoded in one piece: the same text as appending 256-unit pieces.
+  std::vector<unsigned short> units;
+  units.reserve(std::min<size_t>(limit, kMaxInput));
   size_t pos = 0;
   int32_t result = 0;
   while (pos < limit) {
@@ -130,14 +125,13 @@ int32_t ObMBS2ObString(const char* in, ObString& out, int32_t inBytes) {
     }
     if (v == 0) break;
     pos += static_cast<size_t>(used);
-    stage[staged++] = static_cast<unsigned short>(v);
-    if (staged == kStage) flush();
+    units.push_back(static_cast<unsigned short>(v));
     if (pos >= kMaxInput) {
       result = -2;
       break;
     }
   }
-  if (staged != 0) flush();
+  out.AssignChars(units.data(), static_cast<uint32_t>(units.size()));
   out.SetLanguage(language);
   return result < 0 ? result : static_cast<int32_t>(pos);
 }
@@ -169,17 +163,24 @@ int32_t ObString2ObMBS(const ObString& in, char* out, int32_t outBytes) {
       out[i] = static_cast<char>(text[i]);
     }
   }
-  ObString unicode(kUnicode, in.GetLanguage());
-  unicode += in;
-  const uint32_t len = unicode.Len();
+  ObString converted(kUnicode, in.GetLanguage());
+  const ObString* unicode = &in;
+  if (in.GetCodeSet() != kUnicode) {
+    converted += in;
+    unicode = &converted;
+  }
+  const uint32_t len = unicode->Len();
   if (len == 0) {
     if (room > 0) out[0] = 0;
     return 0;
   }
+  const unsigned char* text =
+      reinterpret_cast<const unsigned char*>(unicode->StrGet());
   int32_t written = 0;
   for (uint32_t i = 0; i < len; ++i) {
     uint8_t bytes[6];
-    const uint16_t ch = unicode.CharAt(i);
+    uint16_t ch;
+    std::memcpy(&ch, text + 2 * i, 2);
     int32_t n = 1;
     if (ch < 127) {
       bytes[0] = static_cast<uint8_t>(ch);

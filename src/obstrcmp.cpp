@@ -266,6 +266,28 @@ int32_t LevelledCompare::Run() {
   return Final(base);
 }
 
+// Whether the character at `at` has contractions in the language.
+bool StartsContraction(uint8_t codeSet, uint8_t language, const char* at,
+                       uint8_t format) {
+  if (codeSet == kOrderCodeSet) return false;
+  const ObCodeSet* cs = ObLanguageContext::QueryCodeSet(codeSet);
+  const ObCodeSet* unicode = ObLanguageContext::QueryCodeSet(253);
+  ObStringIterator it(at, codeSet, language, format);
+  uint16_t ch = (*it).GetValue();
+  const ObCharTable* table = cs != nullptr ? cs->GetCharTable() : nullptr;
+  if (table == nullptr) {
+    if (cs != nullptr) ch = unicode->Convert(ch, codeSet);
+    table = unicode->GetCharTable();
+  }
+  ObCollEntry e, variant;
+  if (!table->Lookup(ch, e)) return false;
+  if (e.variantCount != 0 &&
+      ObLanguageContext::QueryLanguage(language)->variantsApply &&
+      table->VariantFor(e, language, variant))
+    e = variant;
+  return e.contractionCount != 0;
+}
+
 }  // namespace
 
 uint16_t ObAsteriskOrder() {
@@ -323,6 +345,26 @@ int32_t ObStrCmp(uint8_t codeSet1, uint8_t language1, const char* text1,
   }
   if (codeSet1 == 0) codeSet1 = ObLanguageContext::GetNativeCodeSet();
   if (codeSet2 == 0) codeSet2 = ObLanguageContext::GetNativeCodeSet();
+  if (codeSet1 == codeSet2 && language1 == language2 && text1 != nullptr &&
+      text2 != nullptr && maxLength < 0 &&
+      (cmpOp & (CmpNoWildcards | CmpBinaryOrder)) != 0) {
+    // Identical leading characters add nothing to any level.
+    const size_t w = codeSet1 >= 225 ? 2 : 1;
+    size_t same = 0;
+    while (std::memcmp(text1 + same * w, text2 + same * w, w) == 0 &&
+           (text1[same * w] != 0 || (w == 2 && text1[same * w + 1] != 0)))
+      ++same;
+    // Back off while the last skipped character may begin a contraction:
+    // the element it starts could reach into the characters that differ.
+    size_t skip = same;
+    while (skip > 0 && StartsContraction(codeSet1, language1,
+                                         text1 + (skip - 1) * w, iteratorMode))
+      --skip;
+    if (skip > 0) {
+      text1 += skip * w;
+      text2 += skip * w;
+    }
+  }
   ObStringIterator it1(text1, codeSet1, language1, iteratorMode);
   ObStringIterator it2(text2, codeSet2, language2, iteratorMode);
   const bool orderText = codeSet1 == kOrderCodeSet || codeSet2 == kOrderCodeSet;

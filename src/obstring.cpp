@@ -352,8 +352,11 @@ const char* ObString::StrGet() const {
   return buffer_ != nullptr ? buffer_ : kEmptyText;
 }
 
+// Bounded by the buffer, not by Len(): callers walk texts by index.
 uint16_t ObString::CharAt(uint32_t index) const {
-  return index < Len() ? ReadUnit(buffer_, index, CharWidth()) : 0;
+  const uint32_t w = CharWidth();
+  return buffer_ != nullptr && index < size_ / w ? ReadUnit(buffer_, index, w)
+                                                 : 0;
 }
 
 // ---- Editing.

@@ -42,7 +42,8 @@ void ObStringIterator::Init(const char* text, uint8_t codeSet, uint8_t language,
   if (codeSetObject_ == nullptr)
     codeSetObject_ = ObLanguageContext::QueryCodeSet(kUnicode);
   languageRecord_ = ObLanguageContext::QueryLanguage(language);
-  collationId_ = codeSetObject_->GetCollationId(language);
+  languageCollationId_ = codeSetObject_->GetCollationId(language);
+  collationId_ = languageCollationId_;
 }
 
 ObStringIterator::ObStringIterator(const ObString& s) {
@@ -85,7 +86,8 @@ ObStringIterator::ObStringIterator(const ObStringIterator& other)
       ownsText_(0),
       position_(other.position_),
       overflow_(other.overflow_),
-      languageRecord_(other.languageRecord_) {}
+      languageRecord_(other.languageRecord_),
+      languageCollationId_(other.languageCollationId_) {}
 
 ObStringIterator& ObStringIterator::operator=(const ObStringIterator& other) {
   if (this == &other) return *this;
@@ -101,6 +103,7 @@ ObStringIterator& ObStringIterator::operator=(const ObStringIterator& other) {
   position_ = other.position_;
   overflow_ = other.overflow_;
   languageRecord_ = other.languageRecord_;
+  languageCollationId_ = other.languageCollationId_;
   return *this;
 }
 
@@ -250,9 +253,8 @@ uint16_t ObStringIterator::GetNextOrder(int expand) {
     }
   }
   if (expand != 0) {
-    collationId_ = entry.collationId != 0
-                       ? entry.collationId
-                       : codeSetObject_->GetCollationId(language_);
+    collationId_ =
+        entry.collationId != 0 ? entry.collationId : languageCollationId_;
   }
   if (const ObWCharList* expansion = table->Expansion(entry)) {
     overflow_ = expansion;

@@ -288,3 +288,28 @@ TEST(Characters, ClassesViewsAndMapping) {
 }
 
 }  // namespace
+
+namespace {
+
+// Texts without wildcard characters compare the same with wildcards on and
+// off; only the latter skips a shared prefix, so contractions and
+// expansions at the end of a shared prefix are checked here.
+TEST(StrCmp, SharedPrefixSkipKeepsResults) {
+  std::mt19937 rng(3);
+  const char alphabet[] = "aAclLh \xE4\xE5\xF1-";
+  for (int round = 0; round < 4000; ++round) {
+    std::string prefix, a, b;
+    for (size_t n = rng() % 5; n > 0; --n) prefix += alphabet[rng() % 11];
+    a = prefix;
+    b = prefix;
+    for (size_t n = rng() % 3; n > 0; --n) a += alphabet[rng() % 11];
+    for (size_t n = rng() % 3; n > 0; --n) b += alphabet[rng() % 11];
+    for (uint8_t lang : {1, 2, 4, 6}) {
+      EXPECT_EQ(Cmp(a.c_str(), b.c_str(), 0x10, lang, lang),
+                Cmp(a.c_str(), b.c_str(), 0x00, lang, lang))
+          << a << " vs " << b << " language " << int(lang);
+    }
+  }
+}
+
+}  // namespace
