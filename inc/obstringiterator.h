@@ -53,10 +53,18 @@ class QS_TM_API ObStringIterator {
   // Over a one-character copy of `ch`, which the iterator owns.
   explicit ObStringIterator(const ObChar& ch);
   // Copies share the position and overflow state and never own the text.
-  ObStringIterator(const ObStringIterator& other);
-  ObStringIterator& operator=(const ObStringIterator& other);
+  ObStringIterator(const ObStringIterator& other) { CopyState(other); }
+  ObStringIterator& operator=(const ObStringIterator& other) {
+    if (this != &other) {
+      Destroy();
+      CopyState(other);
+    }
+    return *this;
+  }
   ~ObStringIterator() { Destroy(); }
-  void Destroy();
+  void Destroy() {
+    if (ownsText_ != 0) FreeText();
+  }
 
   ObStringIterator& operator++();
   ObStringIterator operator++(int);
@@ -87,14 +95,40 @@ class QS_TM_API ObStringIterator {
   uint8_t GetCollationId() const { return collationId_; }
   uint8_t GetFormat() const { return format_; }
   const char* GetPosition() const { return position_; }
-  bool OverflowPending() const;
+  bool OverflowPending() const {
+    return overflow_ != nullptr && overflowIndex_ < OverflowCount();
+  }
 
  private:
   void Init(const char* text, uint8_t codeSet, uint8_t language,
             uint8_t format);
+  // Everything but ownership: a copy never frees the text.
+  void CopyState(const ObStringIterator& o) {
+    codeSetObject_ = o.codeSetObject_;
+    codeSet_ = o.codeSet_;
+    language_ = o.language_;
+    collationId_ = o.collationId_;
+    overflowCodeSet_ = o.overflowCodeSet_;
+    overflowIndex_ = o.overflowIndex_;
+    format_ = o.format_;
+    ownsText_ = 0;
+    position_ = o.position_;
+    overflow_ = o.overflow_;
+    languageRecord_ = o.languageRecord_;
+    languageCollationId_ = o.languageCollationId_;
+  }
+  void FreeText();
   uint32_t Width() const { return codeSet_ < 225 ? 1 : 2; }
-  uint16_t ReadAt(const char* at) const;
-  void Advance();  // one character, ignoring the overflow list
+  // 16-bit characters are stored most significant byte first in format 2
+  // and in machine order otherwise, as the base-services load reads them.
+  uint16_t ReadAt(const char* at) const {
+    const unsigned char* p = reinterpret_cast<const unsigned char*>(at);
+    if (Width() == 1) return *p;
+    if ((format_ & 0x0F) == 2) return static_cast<uint16_t>(p[0] << 8 | p[1]);
+    return static_cast<uint16_t>(p[0] | p[1] << 8);
+  }
+  void Advance() { position_ += Width(); }  // ignoring the overflow list
+  int32_t OverflowCount() const;
 
   const ObCodeSet* codeSetObject_;
   uint8_t codeSet_;

@@ -2,6 +2,7 @@
 #include "obstrcmp.h"
 
 #include <cstring>
+#include <optional>
 #include <vector>
 
 #include "obchar.h"
@@ -119,8 +120,9 @@ struct Levels {
 
 class LevelledCompare {
  public:
-  LevelledCompare(ObStringIterator it1, ObStringIterator it2, uint16_t op,
-                  int16_t maxLength, bool orderText, int32_t* resultOut)
+  LevelledCompare(const ObStringIterator& it1, const ObStringIterator& it2,
+                  uint16_t op, int16_t maxLength, bool orderText,
+                  int32_t* resultOut)
       : s1_(it1),
         s2_(it2),
         op_(op),
@@ -210,8 +212,9 @@ int32_t LevelledCompare::Final(int32_t base) const {
 // on, with the level differences as they were at the asterisk.
 int32_t LevelledCompare::Run() {
   bool starPending = false;
-  Side starPattern = s2_;  // on the pattern character after the asterisks
-  Side starText = s1_;     // on the text character the current attempt began at
+  // Taken only once an asterisk is met.
+  std::optional<Side> starPattern;  // on the pattern character after it
+  std::optional<Side> starText;     // where the current attempt began
   Levels starLevels;
   uint16_t noted = 0;
   FetchBoth(true, true);
@@ -224,8 +227,8 @@ int32_t LevelledCompare::Run() {
       } while (IsAsterisk());
       if (s2_.ended()) return levels_.tieBreak;
       starPending = true;
-      starPattern = s2_;
-      starText = s1_;
+      starPattern.emplace(s2_);
+      starText.emplace(s1_);
       starLevels = levels_;
       continue;
     }
@@ -247,13 +250,13 @@ int32_t LevelledCompare::Run() {
       }
     }
     if (starPending && !matched && !s1_.ended()) {
-      s2_ = starPattern;
-      s1_ = starText;
+      s2_ = *starPattern;
+      s1_ = *starText;
       levels_ = starLevels;
       base = 0;
       while (!Fetch(s1_, false, noted)) {
       }
-      starText = s1_;
+      *starText = s1_;
       continue;
     }
     if ((op_ & CmpIgnoreBlanks) != 0 && resultOut_ != nullptr &&

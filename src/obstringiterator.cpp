@@ -75,63 +75,15 @@ ObStringIterator::ObStringIterator(const ObChar& ch) {
   }
 }
 
-ObStringIterator::ObStringIterator(const ObStringIterator& other)
-    : codeSetObject_(other.codeSetObject_),
-      codeSet_(other.codeSet_),
-      language_(other.language_),
-      collationId_(other.collationId_),
-      overflowCodeSet_(other.overflowCodeSet_),
-      overflowIndex_(other.overflowIndex_),
-      format_(other.format_),
-      ownsText_(0),
-      position_(other.position_),
-      overflow_(other.overflow_),
-      languageRecord_(other.languageRecord_),
-      languageCollationId_(other.languageCollationId_) {}
-
-ObStringIterator& ObStringIterator::operator=(const ObStringIterator& other) {
-  if (this == &other) return *this;
-  Destroy();
-  codeSetObject_ = other.codeSetObject_;
-  codeSet_ = other.codeSet_;
-  language_ = other.language_;
-  collationId_ = other.collationId_;
-  overflowCodeSet_ = other.overflowCodeSet_;
-  overflowIndex_ = other.overflowIndex_;
-  format_ = other.format_;
-  ownsText_ = 0;
-  position_ = other.position_;
-  overflow_ = other.overflow_;
-  languageRecord_ = other.languageRecord_;
-  languageCollationId_ = other.languageCollationId_;
-  return *this;
-}
-
-void ObStringIterator::Destroy() {
-  if (ownsText_ != 0) std::free(const_cast<char*>(position_));
+void ObStringIterator::FreeText() {
+  std::free(const_cast<char*>(position_));
   ownsText_ = 0;
   position_ = kEmpty;
 }
 
 // ---- Movement.
 
-// 16-bit characters are stored most significant byte first in format 2
-// and in machine order otherwise, as the base-services 16-bit load reads
-// them.
-uint16_t ObStringIterator::ReadAt(const char* at) const {
-  const uint8_t* p = reinterpret_cast<const uint8_t*>(at);
-  if (Width() == 1) return *p;
-  if ((format_ & 0x0F) == 2) return static_cast<uint16_t>(p[0] << 8 | p[1]);
-  uint16_t u;
-  std::memcpy(&u, p, 2);
-  return u;
-}
-
-bool ObStringIterator::OverflowPending() const {
-  return overflow_ != nullptr && overflowIndex_ < overflow_->Count();
-}
-
-void ObStringIterator::Advance() { position_ += Width(); }
+int32_t ObStringIterator::OverflowCount() const { return overflow_->Count(); }
 
 ObStringIterator& ObStringIterator::operator++() {
   if (OverflowPending()) return *this;  // the index moves in operator*
