@@ -23,6 +23,8 @@
 #include "obmbconv.h"
 #include "obstrcmp.h"
 #include "obstring.h"
+#include "obstrkey.h"
+#include "obtypemgr.h"
 
 #if QS_BENCH_ICU
 #include <unicode/ucol.h>
@@ -266,6 +268,83 @@ void BM_IcuStrcoll(benchmark::State& state, PairKind kind) {
   state.counters["agree_ob"] = static_cast<double>(agree) / ops.size();
 }
 #endif
+
+// Stored forms of the words: current records (format 1), collation-order
+// keys built by Translate (format 0x81) and ICU sort keys.
+struct StoredWord {
+  std::vector<uint8_t> record, key, icuKey;
+};
+
+const std::vector<StoredWord>& StoredWords() {
+  static const std::vector<StoredWord> stored = [] {
+    std::vector<StoredWord> out;
+    ObTypeMgr mgr(5);
+    for (const Word& w : Words()) {
+      ObString s(w.cs1.c_str());
+      s.SetLanguage(kLanguage);
+      StoredWord sw;
+      sw.record.resize(StringSizeGet(&s, 8, 1, 1));
+      StringStore(sw.record.data(), &s, 1, 1);
+      sw.key.resize(256);
+      sw.key.resize(
+          mgr.Translate(ObSTRING_T, sw.key.data(), 0x81, 256, &s, 8, 0, 1));
+#if QS_BENCH_ICU
+      if (UCollator* c = RootCollator()) {
+        sw.icuKey.resize(256);
+        sw.icuKey.resize(static_cast<size_t>(
+            ucol_getSortKey(c, w.icu.c_str(), -1, sw.icuKey.data(), 256)));
+      }
+#endif
+      out.push_back(std::move(sw));
+    }
+    return out;
+  }();
+  return stored;
+}
+
+enum class StoredForm { kRecord, kKey, kIcuKey };
+
+const std::vector<uint8_t>& FormOf(const StoredWord& w, StoredForm form) {
+  return form == StoredForm::kRecord ? w.record
+         : form == StoredForm::kKey  ? w.key
+                                     : w.icuKey;
+}
+
+// StringCompare as the index layer calls it, on records or keys.
+void BM_StringCompare(benchmark::State& state, PairKind kind, StoredForm form) {
+  if (!EnoughWords(state)) return;
+  const auto pairs = MakePairs(kind);
+  const auto& stored = StoredWords();
+  const uint8_t flags = form == StoredForm::kKey ? 0x81 : 1;
+  size_t i = 0;
+  for (auto _ : state) {
+    const auto& a = FormOf(stored[pairs[i].first], form);
+    const auto& b = FormOf(stored[pairs[i].second], form);
+    int32_t status = 0;
+    int32_t r = StringCompare(flags, static_cast<uint32_t>(a.size()), a.data(),
+                              static_cast<uint32_t>(b.size()), b.data(),
+                              kDefaultOp, 1, status);
+    benchmark::DoNotOptimize(r);
+    i = (i + 1) & (kPairs - 1);
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+// The floor: memcmp over the same bytes.
+void BM_MemcmpStored(benchmark::State& state, PairKind kind, StoredForm form) {
+  if (!EnoughWords(state)) return;
+  const auto pairs = MakePairs(kind);
+  const auto& stored = StoredWords();
+  size_t i = 0;
+  for (auto _ : state) {
+    const auto& a = FormOf(stored[pairs[i].first], form);
+    const auto& b = FormOf(stored[pairs[i].second], form);
+    int r = std::memcmp(a.data(), b.data(), std::min(a.size(), b.size()));
+    benchmark::DoNotOptimize(r);
+    i = (i + 1) & (kPairs - 1);
+  }
+  state.SetItemsProcessed(state.iterations());
+}
 
 // The text matched against "*" and the last characters of either the same
 // word (a match found after trying every start) or another one (a miss
@@ -541,6 +620,23 @@ std::vector<RatioReporter::Pair> Register() {
 #if QS_BENCH_ICU
     benchmark::RegisterBenchmark((pre + "IcuStrcoll").c_str(), BM_IcuStrcoll,
                                  kind);
+#endif
+  }
+  for (PairKind kind : {PairKind::kNeighbour, PairKind::kRandom}) {
+    const std::string pre =
+        kind == PairKind::kNeighbour ? "BM_Neighbour_" : "BM_Random_";
+    benchmark::RegisterBenchmark((pre + "StringCompare_Record").c_str(),
+                                 BM_StringCompare, kind, StoredForm::kRecord);
+    benchmark::RegisterBenchmark((pre + "Memcmp_Record").c_str(),
+                                 BM_MemcmpStored, kind, StoredForm::kRecord);
+    benchmark::RegisterBenchmark((pre + "StringCompare_Key").c_str(),
+                                 BM_StringCompare, kind, StoredForm::kKey);
+    ratios.push_back({pre + "StringCompare_Record", pre + "Memcmp_Record"});
+#if QS_BENCH_ICU
+    benchmark::RegisterBenchmark((pre + "Memcmp_IcuSortKey").c_str(),
+                                 BM_MemcmpStored, kind, StoredForm::kIcuKey);
+    ratios.push_back({pre + "StringCompare_Record", pre + "IcuStrcoll"});
+    ratios.push_back({pre + "StringCompare_Key", pre + "Memcmp_IcuSortKey"});
 #endif
   }
   benchmark::RegisterBenchmark("BM_Wildcard_ObStrCmp_cs1",
