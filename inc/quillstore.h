@@ -9,6 +9,7 @@
 #include "obdefs.h"
 #include "obhash.h"
 #include "obi18n.h"
+#include "obistring.h"
 #include "obkeycmp.h"
 #include "obmbconv.h"
 #include "obmodule.h"

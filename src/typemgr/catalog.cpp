@@ -8,6 +8,7 @@
 
 #include "hashrows.h"
 
+#include "istringrows.h"
 #include "nullrows.h"
 #include "obblob.h"
 #include "obboolean.h"
@@ -297,8 +298,8 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 17 */ Pending("ObRef", "ObREF_T", 16, 1, "(%D:%H-%L#%B, %C)"),
   /* 18 */ BlobRow(),
   /* 19 */ Pending("ObDateTime", "ObDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p"),
-  /* 20 */ Pending("ObIString", "ObISTRING_T", 16, 0, "%s"),
-  /* 21 */ Pending("ObCaseIString", "ObCASEISTRING_T", 16, 0, "%s"),
+  /* 20 */ IStringRow(),
+  /* 21 */ CaseIStringRow(),
   /* 22 */ Pending("d_Date", "D_DATE_T", 4, 1, "%a %b %e"),
   /* 23 */ Pending("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p"),
   /* 24 */ Pending("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p"),
