@@ -15,6 +15,7 @@
 
 class ObChar;
 class ObStringIterator;
+class ObCharTable;
 class ObCodeSet;
 class ObString;
 class ObWCharList;
@@ -116,6 +117,8 @@ class QS_TM_API ObStringIterator {
     overflow_ = o.overflow_;
     languageRecord_ = o.languageRecord_;
     languageCollationId_ = o.languageCollationId_;
+    table_ = o.table_;
+    unicode_ = o.unicode_;
   }
   void FreeText();
   uint32_t Width() const { return codeSet_ < 225 ? 1 : 2; }
@@ -142,6 +145,8 @@ class QS_TM_API ObStringIterator {
   const ObWCharList* overflow_;
   const ObLanguage* languageRecord_;  // looked up once per construction
   uint8_t languageCollationId_;       // the code set's identifier for it
+  const ObCharTable* table_;          // the code set's, else code set 253's
+  const ObCodeSet* unicode_;          // set when characters map into 253
 };
 
 // Order functions. Return 0, or kObBadArgument for an order outside the

@@ -44,6 +44,12 @@ void ObStringIterator::Init(const char* text, uint8_t codeSet, uint8_t language,
   languageRecord_ = ObLanguageContext::QueryLanguage(language);
   languageCollationId_ = codeSetObject_->GetCollationId(language);
   collationId_ = languageCollationId_;
+  table_ = codeSetObject_->GetCharTable();
+  unicode_ = nullptr;
+  if (table_ == nullptr) {
+    unicode_ = ObLanguageContext::QueryCodeSet(kUnicode);
+    table_ = unicode_->GetCharTable();
+  }
 }
 
 ObStringIterator::ObStringIterator(const ObString& s) {
@@ -139,15 +145,10 @@ uint16_t ObStringIterator::GetNextOrder(int expand) {
     if (order != 0 && !OverflowPending()) position_ += 2;
     return order;
   }
-  const ObCharTable* table = codeSetObject_->GetCharTable();
-  const ObCodeSet* unicode = nullptr;
-  if (table == nullptr) {
-    unicode = ObLanguageContext::QueryCodeSet(kUnicode);
-    table = unicode->GetCharTable();
-  }
+  const ObCharTable* table = table_;
   // A table-less code set reads its characters as code set 253 ones.
-  auto tabled = [&](uint16_t ch) {
-    return unicode != nullptr ? unicode->Convert(ch, codeSet_) : ch;
+  auto tabled = [this](uint16_t ch) {
+    return unicode_ != nullptr ? unicode_->Convert(ch, codeSet_) : ch;
   };
   bool fromText = true;
   uint16_t ch;

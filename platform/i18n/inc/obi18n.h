@@ -81,8 +81,31 @@ struct ObCollContraction {
   uint16_t entry;
 };
 
-struct ObCharTableData;  // library-internal layout
-struct ObCodeSetData;
+struct ObCodeSetData;  // library-internal layout
+
+// Layout of a collation table, public so that the per-character look-up
+// is inlined into the text comparison.
+// 16-bit tables index `special` in two stages: the high
+// byte selects a page through `specialPage` (0 = no entries on that page);
+// 8-bit tables (specialPage null) index it directly. A special value is 0 for
+// a plain character (order only), else 1 + entry index.
+struct ObCharTableData {
+  const uint16_t* orders;  // first order per character; 0 = unknown
+  uint32_t orderCount;
+  const uint8_t* specialPage;  // 256 entries: 0 none, else 1 + page
+  const uint16_t* special;
+  uint32_t specialCount;
+  const ObCollEntry* entries;
+  uint32_t entryCount;
+  const ObCollVariant* variants;  // pools shared by all tables
+  uint32_t variantCount;
+  const ObCollContraction* contractions;
+  uint32_t contractionCount;
+  const uint8_t* languageLists;
+  uint32_t languageListCount;
+  const ObWCharList* expansions;
+  uint32_t expansionCount;
+};
 
 // Collation table of a code set. Entries returned by Lookup, VariantFor and
 // Contraction belong to this table and may only be passed back to it.
@@ -94,7 +117,23 @@ class QS_I18N_API ObCharTable {
   // O(1). False for a character the table does not know (only possible at
   // 0x200 and above; for 8-bit tables, above 255); `out` is then zeroed.
   // Character 0 is known, with order 0.
-  bool Lookup(uint16_t ch, ObCollEntry& out) const noexcept;
+  bool Lookup(uint16_t ch, ObCollEntry& out) const noexcept {
+    out = ObCollEntry{};
+    const ObCharTableData& t = *data_;
+    if (ch >= t.orderCount) return false;
+    uint32_t slot = ch;
+    if (t.specialPage != nullptr) {
+      const uint8_t page = t.specialPage[ch >> 8];
+      slot = page == 0 ? t.specialCount : (page - 1u) * 256u + (ch & 0xFFu);
+    }
+    const uint16_t special = slot < t.specialCount ? t.special[slot] : 0;
+    if (special != 0 && special <= t.entryCount) {
+      out = t.entries[special - 1];
+      return true;
+    }
+    out.order = t.orders[ch];
+    return out.order != 0 || ch == 0;
+  }
   // The entry of `language` among e's variants; false (out untouched) when
   // it lists none. Apply it only when the language's variantsApply is set.
   bool VariantFor(const ObCollEntry& e, uint8_t language,
@@ -105,7 +144,10 @@ class QS_I18N_API ObCharTable {
   bool Contraction(const ObCollEntry& e, int i, uint16_t& follower,
                    ObCollEntry& out) const noexcept;
   // Orders that follow e.order; nullptr = none.
-  const ObWCharList* Expansion(const ObCollEntry& e) const noexcept;
+  const ObWCharList* Expansion(const ObCollEntry& e) const noexcept {
+    if (e.expansion == 0 || e.expansion > data_->expansionCount) return nullptr;
+    return &data_->expansions[e.expansion - 1];
+  }
 
  private:
   const ObCharTableData* data_;

@@ -132,24 +132,6 @@ const char* CheckTables() {
 
 // --- ObCharTable ---------------------------------------------------------
 
-bool ObCharTable::Lookup(uint16_t ch, ObCollEntry& out) const noexcept {
-  out = ObCollEntry{};
-  if (ch >= data_->orderCount) return false;
-  const ObCharTableData& t = *data_;
-  uint32_t slot = ch;
-  if (t.specialPage != nullptr) {
-    const uint8_t page = t.specialPage[ch >> 8];
-    slot = page == 0 ? t.specialCount : (page - 1u) * 256u + (ch & 0xFFu);
-  }
-  const uint16_t special = slot < t.specialCount ? t.special[slot] : 0;
-  if (special != 0 && special <= t.entryCount) {
-    out = t.entries[special - 1];
-    return true;
-  }
-  out.order = t.orders[ch];
-  return out.order != 0 || ch == 0;
-}
-
 bool ObCharTable::VariantFor(const ObCollEntry& e, uint8_t language,
                              ObCollEntry& out) const noexcept {
   const ObCharTableData& t = *data_;
@@ -179,13 +161,6 @@ bool ObCharTable::Contraction(const ObCollEntry& e, int i, uint16_t& follower,
   follower = t.contractions[c].follower;
   out = t.entries[t.contractions[c].entry];
   return true;
-}
-
-const ObWCharList* ObCharTable::Expansion(const ObCollEntry& e) const noexcept {
-  if (e.expansion == 0 || e.expansion > data_->expansionCount) {
-    return nullptr;
-  }
-  return &data_->expansions[e.expansion - 1];
 }
 
 // --- ObCodeSet -----------------------------------------------------------

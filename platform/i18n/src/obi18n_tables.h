@@ -9,28 +9,6 @@
 
 #include "obi18n.h"
 
-// A collation table. 16-bit tables index `special` in two stages: the high
-// byte selects a page through `specialPage` (0 = no entries on that page);
-// 8-bit tables (specialPage null) index it directly. A special value is 0 for
-// a plain character (order only), else 1 + entry index.
-struct ObCharTableData {
-  const uint16_t* orders;  // first order per character; 0 = unknown
-  uint32_t orderCount;
-  const uint8_t* specialPage;  // 256 entries: 0 none, else 1 + page
-  const uint16_t* special;
-  uint32_t specialCount;
-  const ObCollEntry* entries;
-  uint32_t entryCount;
-  const ObCollVariant* variants;  // pools shared by all tables
-  uint32_t variantCount;
-  const ObCollContraction* contractions;
-  uint32_t contractionCount;
-  const uint8_t* languageLists;
-  uint32_t languageListCount;
-  const ObWCharList* expansions;
-  uint32_t expansionCount;
-};
-
 // Case mappings of code set 253, two-stage like the collation specials.
 struct ObPropsData {
   const uint8_t* page;    // 256 entries: 0 none, else 1 + page
