@@ -117,8 +117,9 @@ int32_t ObMBS2ObString(const char* in, ObString& out, int32_t inBytes) {
   size_t pos = 0;
   int32_t result = 0;
   while (pos < limit) {
-    uint32_t v = 0;
-    int32_t used = Decode(p + pos, limit - pos, v);
+    uint32_t v = p[pos];
+    int32_t used = 1;
+    if (v >= 0x80) used = Decode(p + pos, limit - pos, v);
     if (used < 0) {
       result = -1;
       break;
@@ -178,16 +179,16 @@ int32_t ObString2ObMBS(const ObString& in, char* out, int32_t outBytes) {
       reinterpret_cast<const unsigned char*>(unicode->StrGet());
   int32_t written = 0;
   for (uint32_t i = 0; i < len; ++i) {
-    uint8_t bytes[6];
     uint16_t ch;
     std::memcpy(&ch, text + 2 * i, 2);
-    int32_t n = 1;
     if (ch < 127) {
-      bytes[0] = static_cast<uint8_t>(ch);
-    } else {
-      n = Encode(ch, bytes);
-      if (n < 0) return -1;
+      if (written >= room) break;
+      out[written++] = static_cast<char>(ch);
+      continue;
     }
+    uint8_t bytes[6];
+    const int32_t n = Encode(ch, bytes);
+    if (n < 0) return -1;
     if (written + n > room) break;
     std::memcpy(out + written, bytes, static_cast<size_t>(n));
     written += n;
