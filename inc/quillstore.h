@@ -9,6 +9,8 @@
 #include "obdefs.h"
 #include "obhash.h"
 #include "obi18n.h"
+#include "obidxbounds.h"
+#include "obint64.h"
 #include "obistring.h"
 #include "obkeycmp.h"
 #include "obmbconv.h"

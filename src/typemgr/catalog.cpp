@@ -8,6 +8,7 @@
 
 #include "hashrows.h"
 
+#include "int64row.h"
 #include "istringrows.h"
 #include "nullrows.h"
 #include "obblob.h"
@@ -198,32 +199,6 @@ constexpr ObTypeEntry BooleanRow() {
   return r;
 }
 
-// ObInt64 with a null indicator; only its memory operations for now.
-struct Int64Halves {
-  uint32_t low;
-  int32_t high;
-};
-using NullInt64 = ObNullable<Int64Halves>;
-static_assert(sizeof(NullInt64) == 12, "ObNull_ObInt64 is 12 bytes");
-
-int32_t NullInt64IsNull(const void* value) {
-  return static_cast<const NullInt64*>(value)->isNull;
-}
-int32_t NullInt64SetNull(void* value) {
-  NullInt64* v = static_cast<NullInt64*>(value);
-  v->value = Int64Halves{};
-  v->isNull = 1;
-  return 0;
-}
-
-constexpr ObTypeEntry NullInt64Row() {
-  ObTypeEntry r = Pending("ObNull_ObInt64", "ObNULL_OBINT64_T", 12, 1, "%S");
-  SetMemOps(r, kPlain<NullInt64>);
-  r.isNull = NullInt64IsNull;
-  r.setNull = NullInt64SetNull;
-  return r;
-}
-
 // Every operation does nothing and reports nothing; there is no SetNull.
 constexpr ObTypeEntry IllegalRow() {
   ObTypeEntry r = Pending("illegal", "ObRES_T", 0, 1, "illegal");
@@ -304,7 +279,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 23 */ Pending("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p"),
   /* 24 */ Pending("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p"),
   /* 25 */ Pending("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds"),
-  /* 26 */ Pending("ObInt64", "ObINT64_T", 8, 1, "%S"),
+  /* 26 */ Int64Row("ObInt64", "ObINT64_T", "%S"),
   /* 27 */ BooleanRow(),
   /* 28 */ Nullable<NullChar>("ObNull_char", "ObNULL_1B_T", "%c"),
   /* 29 */ Nullable<NullUChar>("ObNull_uchar", "ObNULL_U1B_T", "%c"),
@@ -316,7 +291,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 35 */ Nullable<NullULong>("ObNull_ulong", "ObNULL_U4B_T", "%lu"),
   /* 36 */ Nullable<NullFloat>("ObNull_float", "ObNULL_FLOAT_T", "%f"),
   /* 37 */ Nullable<NullDouble>("ObNull_double", "ObNULL_DOUBLE_T", "%lf"),
-  /* 38 */ NullInt64Row(),
+  /* 38 */ NullInt64Row("ObNull_ObInt64", "ObNULL_OBINT64_T", "%S"),
   /* 39 */ Pending("ObSeal", "ObSEAL_T", 6, 1, "noop"),
   /* 40 */ Pending("ObDateTimeN", "ObDATIME_N_T", 12, 1, "%X"),
   /* 41 */ Pending("ObTimeSpan", "ObTIMESPAN_T", 12, 1, "%V"),
