@@ -8,6 +8,7 @@
 
 #include "hashrows.h"
 
+#include "identityrows.h"
 #include "int64row.h"
 #include "istringrows.h"
 #include "nullrows.h"
@@ -268,9 +269,9 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 12 */ Pending("ObDate", "ObDATE_T", 4, 1, "%a %e.%b %Y"),
   /* 13 */ Pending("ObTime", "ObTIME_T", 3, 1, "%I:%M:%S %p"),
   /* 14 */ Fixed<uint32_t>("BlockId", "ObBLOCKID_T", DwordCompare, kTranslate32, "#%lu", IntegerStep<uint32_t>),
-  /* 15 */ Pending("ObObjId", "ObOBJID_T", 12, 1, "(%H-%L#%B)"),
-  /* 16 */ Pending("ObClassId", "ObCLID_T", 4, 1, "(%Cv%V)"),
-  /* 17 */ Pending("ObRef", "ObREF_T", 16, 1, "(%D:%H-%L#%B, %C)"),
+  /* 15 */ IdentityRow<ObObjId>("ObObjId", "ObOBJID_T", "(%H-%L#%B)", ObjectIdStep<ObObjId>),
+  /* 16 */ IdentityRow<ObClassId>("ObClassId", "ObCLID_T", "(%Cv%V)", StepUnsupported),
+  /* 17 */ IdentityRow<ObRef>("ObRef", "ObREF_T", "(%D:%H-%L#%B, %C)", ObjectIdStep<ObRef>),
   /* 18 */ BlobRow(),
   /* 19 */ Pending("ObDateTime", "ObDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p"),
   /* 20 */ IStringRow(),
@@ -292,7 +293,7 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 36 */ Nullable<NullFloat>("ObNull_float", "ObNULL_FLOAT_T", "%f"),
   /* 37 */ Nullable<NullDouble>("ObNull_double", "ObNULL_DOUBLE_T", "%lf"),
   /* 38 */ NullInt64Row("ObNull_ObInt64", "ObNULL_OBINT64_T", "%S"),
-  /* 39 */ Pending("ObSeal", "ObSEAL_T", 6, 1, "noop"),
+  /* 39 */ IdentityRow<ObSeal>("ObSeal", "ObSEAL_T", "noop", StepUnsupported),
   /* 40 */ Pending("ObDateTimeN", "ObDATIME_N_T", 12, 1, "%X"),
   /* 41 */ Pending("ObTimeSpan", "ObTIMESPAN_T", 12, 1, "%V"),
   /* 42 */ Fixed<int64_t>("o_8b", "Ob8B_T", O_8BCompare, kTranslate64, "%I64d", IntegerStep<int64_t>),
