@@ -28,8 +28,18 @@ const char kUsage[] =
     "                                compare two UTF-8 texts with ObStrCmp\n"
     "  sort [--op HEX] [--codeset N] [--language N] < FILE\n"
     "                                sort UTF-8 lines by ObStrCmp\n"
+    "  store TYPE VALUE [--format N] [--key]\n"
+    "                                the stored form of a value, in hex\n"
+    "  load TYPE HEX [--format N] [--count N] [--print-format F]\n"
+    "                                decode a stored value and print it\n"
+    "  hash TYPE VALUE [--format N]  the hash of a value (stored first when\n"
+    "                                a format is given)\n"
+    "  int64 EXPR                    one ObInt64 operation: A op B with op\n"
+    "                                one of + - * / % << >>\n"
     "  version                       print the module description\n"
-    "TYPE is a display name (o_4b), an identifier name (Ob4B_T) or a number.\n";
+    "TYPE is a display name (o_4b), an identifier name (Ob4B_T) or a number.\n"
+    "Numbers are given as comma-separated lists; values of other types in\n"
+    "their text form (\"(2:0-7#1, 12)\" for an ObRef), ';'-separated.\n";
 
 int Fail(const std::string& message) {
   std::fprintf(stderr, "qstm: %s\n", message.c_str());
@@ -186,6 +196,111 @@ bool ParseList(const ValueForm& form, uint16_t memLen, const char* text,
   }
 }
 
+// The values of one operand in memory form: numbers parsed here, values of
+// other types scanned from their text forms by the type's own scanner into
+// an array the type manager creates.
+class Values {
+ public:
+  Values(ObTypeMgr& mgr, char id) : mgr_(mgr), id_(id) {}
+  ~Values() {
+    if (created_ != nullptr) mgr_.Delete(id_, created_, count_);
+  }
+  Values(const Values&) = delete;
+  Values& operator=(const Values&) = delete;
+
+  // False when the text is not a value of the type.
+  bool Parse(const char* text) {
+    const ValueForm form = FormOf(id_);
+    if (form.kind != Kind::kNone)
+      return ParseList(form, mgr_.MemLenGet(id_, 1), text, bytes_, count_);
+    if (!HasTextForm(mgr_, id_)) return false;
+    std::vector<std::string> items;
+    std::string s(text);
+    for (size_t start = 0;;) {
+      const size_t end = s.find(';', start);
+      items.push_back(s.substr(start, end - start));
+      if (end == std::string::npos) break;
+      start = end + 1;
+    }
+    if (!Create(static_cast<uint32_t>(items.size()))) return false;
+    for (uint32_t i = 0; i < count_; ++i) {
+      ObString item(items[i].c_str());
+      mgr_.ScanFromObString(id_, Element(i), item, nullptr, 1);
+    }
+    return true;
+  }
+
+  // `count` values loaded from a stored form.
+  bool Load(const std::vector<uint8_t>& stored, uint8_t format,
+            uint32_t count) {
+    if (!Create(count)) return false;
+    return mgr_.Load(id_, created_, stored.data(), format, count) != 0;
+  }
+
+  static bool HasTextForm(ObTypeMgr& mgr, char id) {
+    return mgr.ExchangeScanFromObStringFunc(id, nullptr) != nullptr &&
+           mgr.ExchangePrintToObStringFunc(id, nullptr) != nullptr;
+  }
+
+  void* data() { return created_ != nullptr ? created_ : bytes_.data(); }
+  uint32_t count() const { return count_; }
+
+ private:
+  bool Create(uint32_t count) {
+    created_ = mgr_.Create(id_, count);
+    if (created_ == nullptr) return false;
+    count_ = count;
+    return true;
+  }
+  void* Element(uint32_t i) {
+    return mgr_.GetArrayElement(id_, created_, i, count_);
+  }
+
+  ObTypeMgr& mgr_;
+  char id_;
+  std::vector<uint8_t> bytes_;
+  void* created_ = nullptr;
+  uint32_t count_ = 0;
+};
+
+std::string Hex(const uint8_t* p, size_t n) {
+  std::string out;
+  char byte[4];
+  for (size_t i = 0; i < n; ++i) {
+    std::snprintf(byte, sizeof byte, i == 0 ? "%02X" : " %02X", p[i]);
+    out += byte;
+  }
+  return out;
+}
+
+// Hex digits, blanks between bytes allowed.
+bool ParseHex(const char* text, std::vector<uint8_t>& out) {
+  int high = -1;
+  for (const char* p = text; *p != '\0'; ++p) {
+    if (*p == ' ' || *p == ':') {
+      if (high >= 0) return false;
+      continue;
+    }
+    int v;
+    if (*p >= '0' && *p <= '9') {
+      v = *p - '0';
+    } else if (*p >= 'a' && *p <= 'f') {
+      v = *p - 'a' + 10;
+    } else if (*p >= 'A' && *p <= 'F') {
+      v = *p - 'A' + 10;
+    } else {
+      return false;
+    }
+    if (high < 0) {
+      high = v;
+    } else {
+      out.push_back(static_cast<uint8_t>(high << 4 | v));
+      high = -1;
+    }
+  }
+  return high < 0 && !out.empty();
+}
+
 std::string Capabilities(const ObTypeMgr& mgr, char id) {
   std::string caps;
   if (mgr.SupportsCapability(id, kObCapNull)) caps += "null ";
@@ -207,6 +322,207 @@ int Types() {
                 mgr.MemLenGet(id, 1), mgr.IsFixed(id) ? "yes" : "no",
                 mgr.ExchangeFormat(id, nullptr), Capabilities(mgr, id).c_str());
   }
+  return 0;
+}
+
+// 0, or the exit status after a message when values of the type cannot be
+// given as text.
+int CheckGivenAsText(ObTypeMgr& mgr, char id) {
+  if (FormOf(id).kind != Kind::kNone || Values::HasTextForm(mgr, id)) return 0;
+  return Fail(std::string("values of type ") + mgr.NameGet(id, nullptr) +
+              " cannot be given as text yet");
+}
+
+int ParseValue(ObTypeMgr& mgr, char id, const char* text, Values& out) {
+  if (out.Parse(text)) return 0;
+  return Fail(std::string("malformed value '") + text + "' for type " +
+              mgr.NameGet(id, nullptr));
+}
+
+std::vector<uint8_t> StoredForm(ObTypeMgr& mgr, char id, Values& values,
+                                uint8_t format) {
+  std::vector<uint8_t> out(
+      mgr.DiskLenGet(id, values.data(), format, values.count(), 8));
+  out.resize(mgr.Store(id, out.data(), values.data(), format, values.count()));
+  return out;
+}
+
+// Options of store, load and hash.
+struct StoreOptions {
+  uint8_t format = kObFormatLittle;
+  bool formatGiven = false;
+  uint32_t count = 1;
+  const char* printFormat = nullptr;
+};
+
+// Parses the options from argv[first] on, of those named in `allowed`.
+int ParseStoreOptions(int argc, char** argv, int first, const char* allowed,
+                      StoreOptions& o) {
+  for (int i = first; i < argc; ++i) {
+    const std::string opt = argv[i];
+    if (opt.rfind("--", 0) != 0 ||
+        std::strstr(allowed, (opt + " ").c_str()) == nullptr)
+      return Fail("unknown option " + opt);
+    if (opt == "--key") {
+      o.format |= kObFormatKey;
+      continue;
+    }
+    if (i + 1 >= argc) return Fail("option " + opt + " needs a value");
+    const char* value = argv[++i];
+    uint64_t n = 0;
+    if (opt == "--format") {
+      if (!ParseUnsigned(value, 255, n) || (n & kObFormatMask) == 0)
+        return Fail(std::string("bad format '") + value +
+                    "' (a format code 1-15, optionally with flag bits)");
+      o.format = static_cast<uint8_t>(n | (o.format & kObFormatKey));
+      o.formatGiven = true;
+    } else if (opt == "--count") {
+      if (!ParseUnsigned(value, 65535, n) || n == 0)
+        return Fail(std::string("bad count '") + value + "'");
+      o.count = static_cast<uint32_t>(n);
+    } else {
+      o.printFormat = value;
+    }
+  }
+  return 0;
+}
+
+int Store(int argc, char** argv) {
+  if (argc < 2) return Fail("store needs TYPE VALUE");
+  char id = 0;
+  if (!ParseType(argv[0], id))
+    return Fail(std::string("unknown type '") + argv[0] + "'");
+  StoreOptions o;
+  if (int rc = ParseStoreOptions(argc, argv, 2, "--format --key ", o))
+    return rc;
+  if ((o.format & kObFormatMask) == kObFormatMemory)
+    return Fail("format 8 is the memory form, not a stored one");
+  ObTypeMgr mgr(5);
+  if (int rc = CheckGivenAsText(mgr, id)) return rc;
+  Values values(mgr, id);
+  if (int rc = ParseValue(mgr, id, argv[1], values)) return rc;
+  const std::vector<uint8_t> stored = StoredForm(mgr, id, values, o.format);
+  std::printf("%s\n", Hex(stored.data(), stored.size()).c_str());
+  return 0;
+}
+
+int Load(int argc, char** argv) {
+  if (argc < 2) return Fail("load needs TYPE HEX");
+  char id = 0;
+  if (!ParseType(argv[0], id))
+    return Fail(std::string("unknown type '") + argv[0] + "'");
+  StoreOptions o;
+  if (int rc = ParseStoreOptions(argc, argv, 2,
+                                 "--format --count --print-format ", o))
+    return rc;
+  if ((o.format & kObFormatMask) == kObFormatMemory)
+    return Fail("format 8 is the memory form, not a stored one");
+  ObTypeMgr mgr(5);
+  if (!Values::HasTextForm(mgr, id))
+    return Fail(std::string("values of type ") + mgr.NameGet(id, nullptr) +
+                " have no text form yet");
+  std::vector<uint8_t> stored;
+  if (!ParseHex(argv[1], stored))
+    return Fail(std::string("malformed hex '") + argv[1] + "'");
+  // Sizes of variable records are read from the data: give them room to
+  // read a corrupt length without leaving the buffer, then insist that the
+  // records lie within the bytes given.
+  const size_t given = stored.size();
+  stored.resize(given + 65536, 0);
+  const uint32_t needed =
+      mgr.DiskLenGet(id, stored.data(), o.format, o.count, o.format);
+  if (needed == 0 || needed > given) {
+    return Fail("truncated: " + std::to_string(o.count) + " value(s) of type " +
+                mgr.NameGet(id, nullptr) + " need " + std::to_string(needed) +
+                " bytes, " + std::to_string(given) + " given");
+  }
+  Values values(mgr, id);
+  if (!values.Load(stored, o.format, o.count))
+    return Fail("the stored form cannot be loaded");
+  ObString text;
+  mgr.PrintToObString(id, text, values.data(), o.printFormat, o.count);
+  std::printf("%s\n", text.StrGet());
+  return 0;
+}
+
+int Hash(int argc, char** argv) {
+  if (argc < 2) return Fail("hash needs TYPE VALUE");
+  char id = 0;
+  if (!ParseType(argv[0], id))
+    return Fail(std::string("unknown type '") + argv[0] + "'");
+  StoreOptions o;
+  if (int rc = ParseStoreOptions(argc, argv, 2, "--format --key ", o))
+    return rc;
+  ObTypeMgr mgr(5);
+  if (int rc = CheckGivenAsText(mgr, id)) return rc;
+  Values values(mgr, id);
+  if (int rc = ParseValue(mgr, id, argv[1], values)) return rc;
+  int32_t status = 0;
+  uint32_t hash;
+  if (!o.formatGiven || (o.format & kObFormatMask) == kObFormatMemory) {
+    hash =
+        mgr.Hash(id, 0, values.data(), values.count(), kObFormatMemory, status);
+  } else {
+    const std::vector<uint8_t> stored = StoredForm(mgr, id, values, o.format);
+    hash = mgr.Hash(id, static_cast<uint32_t>(stored.size()), stored.data(),
+                    values.count(), o.format, status);
+  }
+  std::printf("hash 0x%08X (%u), status %d\n", hash, hash, status);
+  return status == kObNotSupported ? kUsageError : 0;
+}
+
+// "A op B": decimal operands with an optional sign, blanks anywhere
+// between the three parts.
+int Int64(int argc, char** argv) {
+  std::string expr;
+  for (int i = 0; i < argc; ++i) expr += std::string(i ? " " : "") + argv[i];
+  const char* p = expr.c_str();
+  auto blanks = [&p] {
+    while (*p == ' ' || *p == '\t') ++p;
+  };
+  auto operand = [&p, &blanks](int64_t& v) {
+    blanks();
+    const char* start = p;
+    if (*p == '+' || *p == '-') ++p;
+    if (*p < '0' || *p > '9') return false;
+    while (*p >= '0' && *p <= '9') ++p;
+    return ParseSigned(std::string(start, p).c_str(), INT64_MIN, INT64_MAX, v);
+  };
+  int64_t a = 0, b = 0;
+  std::string op;
+  bool ok = operand(a);
+  if (ok) {
+    blanks();
+    for (const char* o : {"<<", ">>", "+", "-", "*", "/", "%"}) {
+      if (std::strncmp(p, o, std::strlen(o)) == 0) {
+        op = o;
+        p += op.size();
+        break;
+      }
+    }
+    ok = !op.empty() && operand(b);
+    blanks();
+    ok = ok && *p == '\0';
+  }
+  if (!ok)
+    return Fail(
+        "malformed expression '" + expr +
+        "' (A op B: decimal 64-bit operands, op one of + - * / % << >>)");
+  const ObInt64 x(a), y(b);
+  const uint32_t shift = b < 0            ? UINT32_MAX
+                         : b > UINT32_MAX ? UINT32_MAX
+                                          : static_cast<uint32_t>(b);
+  ObInt64 r;
+  if (op == "+") r = x + y;
+  if (op == "-") r = x - y;
+  if (op == "*") r = x * y;
+  if (op == "/") r = x / y;
+  if (op == "%") r = x % y;
+  if (op == "<<") r = x << shift;
+  if (op == ">>") r = x >> shift;
+  ObString text;
+  r.PrintToObString(text, "%S");
+  std::printf("%s\n", text.StrGet());
   return 0;
 }
 
@@ -245,19 +561,12 @@ int Compare(int argc, char** argv) {
     }
   }
   ObTypeMgr mgr(5);
-  const ValueForm form = FormOf(id);
-  if (form.kind == Kind::kNone) {
-    return Fail(std::string("values of type ") + mgr.NameGet(id, nullptr) +
-                " cannot be given as text yet");
-  }
-  const uint16_t memLen = mgr.MemLenGet(id, 1);
-  std::vector<uint8_t> mem[2];
+  if (int rc = CheckGivenAsText(mgr, id)) return rc;
+  Values mem[2] = {Values(mgr, id), Values(mgr, id)};
   uint32_t n[2] = {0, 0};
   for (int k = 0; k < 2; ++k) {
-    if (!ParseList(form, memLen, argv[1 + k], mem[k], n[k])) {
-      return Fail(std::string("malformed value '") + argv[1 + k] +
-                  "' for type " + mgr.NameGet(id, nullptr));
-    }
+    if (int rc = ParseValue(mgr, id, argv[1 + k], mem[k])) return rc;
+    n[k] = mem[k].count();
   }
   if (count == 0) count = n[0] > n[1] ? n[0] : n[1];
 
@@ -267,10 +576,10 @@ int Compare(int argc, char** argv) {
   uint32_t len[2];
   for (int k = 0; k < 2; ++k) {
     if ((format & kObFormatMask) == kObFormatMemory) {
-      op[k] = mem[k];
+      const uint8_t* p = static_cast<const uint8_t*>(mem[k].data());
+      op[k].assign(p, p + mgr.MemLenGet(id, 1) * n[k]);
     } else {
-      op[k].resize(mgr.DiskLenGet(id, mem[k].data(), format, n[k], 8));
-      mgr.Store(id, op[k].data(), mem[k].data(), format, n[k]);
+      op[k] = StoredForm(mgr, id, mem[k], format);
     }
     len[k] = static_cast<uint32_t>(op[k].size());
   }
@@ -452,6 +761,14 @@ int main(int argc, char** argv) {
     rc = Types();
   } else if (std::strcmp(argv[1], "compare") == 0) {
     rc = Compare(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "store") == 0) {
+    rc = Store(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "load") == 0) {
+    rc = Load(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "hash") == 0) {
+    rc = Hash(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "int64") == 0) {
+    rc = Int64(argc - 2, argv + 2);
   } else if (std::strcmp(argv[1], "orders") == 0) {
     rc = Orders(argc - 2, argv + 2);
   } else if (std::strcmp(argv[1], "strcmp") == 0) {
