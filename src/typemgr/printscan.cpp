@@ -18,6 +18,7 @@
 #include "module.h"
 #include "obblob.h"
 #include "obboolean.h"
+#include "obcodetext.h"
 #include "obstring.h"
 #include "obstringiterator.h"
 
@@ -31,14 +32,6 @@ constexpr size_t kWorkBuffer = 512;  // formats must not produce more
 bool IsLdexpFormat(const char* format) {
   return format != nullptr && format[0] != '%' &&
          std::strncmp(format, kLdexpFormat, 8) == 0;
-}
-
-// The text of a scanned string in an 8-bit code set.
-ObString Narrow(const ObString& text) {
-  if (!text.IsWide()) return text;
-  ObString copy;
-  copy += text;
-  return copy;
 }
 
 enum class Kind { kInteger, kFloating };
@@ -240,7 +233,7 @@ ObString& DoublePrint(ObString& out, const void* value, const char* format,
 void* DoubleScan(void* value, ObString& text, const char* format, uint32_t) {
   if (value == nullptr) return nullptr;
   double* v = static_cast<double*>(value);
-  *v = ScanDouble(Narrow(text).StrGet(), format, *v);
+  *v = ScanDouble(obtext::NarrowText(text).StrGet(), format, *v);
   return value;
 }
 
@@ -253,7 +246,7 @@ ObString& FloatPrint(ObString& out, const void* value, const char* format,
 void* FloatScan(void* value, ObString& text, const char* format, uint32_t) {
   if (value == nullptr) return nullptr;
   float* v = static_cast<float*>(value);
-  const ObString narrow = Narrow(text);
+  const ObString narrow = obtext::NarrowText(text);
   if (format == nullptr || IsLdexpFormat(format) ||
       std::strcmp(format, kDefaultDoubleFormat) == 0) {
     *v = static_cast<float>(ScanDouble(narrow.StrGet(), format, *v));
@@ -281,7 +274,7 @@ void* IntegerScan(void* value, ObString& text, const char* format, uint32_t) {
   if (value == nullptr) return nullptr;
   T v;
   std::memcpy(&v, value, sizeof v);
-  ScanInteger(Narrow(text).StrGet(), format, v);
+  ScanInteger(obtext::NarrowText(text).StrGet(), format, v);
   std::memcpy(value, &v, sizeof v);
   return value;
 }
@@ -320,7 +313,7 @@ void ScanOneByte(const char* text, const char* format, uint8_t& byte) {
 void* CharScan(void* value, ObString& text, const char* format,
                uint32_t count) {
   if (value == nullptr) return nullptr;
-  const ObString narrow = Narrow(text);
+  const ObString narrow = obtext::NarrowText(text);
   const char* p = narrow.StrGet();
   uint8_t* bytes = static_cast<uint8_t*>(value);
   for (uint32_t i = 0; i < count && *p != '\0'; ++i, ++p)
@@ -344,7 +337,7 @@ ObString& BooleanPrint(ObString& out, const void* value, const char*,
 void* BooleanScan(void* value, ObString& text, const char*, uint32_t) {
   if (value == nullptr) return nullptr;
   ObBoolean& b = *static_cast<ObBoolean*>(value);
-  const ObString narrow = Narrow(text);
+  const ObString narrow = obtext::NarrowText(text);
   if (IsNullText(narrow)) {
     b.SetNullValue();
     return value;
@@ -381,7 +374,8 @@ ObString& BlobPrint(ObString& out, const void* value, const char* format,
 
 void* BlobScan(void* value, ObString& text, const char*, uint32_t) {
   if (value == nullptr) return nullptr;
-  if (IsNullText(Narrow(text))) static_cast<ObBlob*>(value)->SetNullValue();
+  if (IsNullText(obtext::NarrowText(text)))
+    static_cast<ObBlob*>(value)->SetNullValue();
   return value;
 }
 
@@ -410,7 +404,7 @@ void* NullableScan(void* value, ObString& text, const char* format,
                    uint32_t count) {
   if (value == nullptr) return nullptr;
   auto& v = *static_cast<ObNullable<T>*>(value);
-  const ObString narrow = Narrow(text);
+  const ObString narrow = obtext::NarrowText(text);
   if (narrow.Len() == 0 || IsNullText(narrow)) {
     v.value = T{};
     v.isNull = 1;

@@ -19,9 +19,10 @@ constexpr int kUsageError = 2;
 const char kUsage[] =
     "usage: qstm <command> [arguments]\n"
     "  types                         list the type catalogue\n"
-    "  compare TYPE A B [--format N] [--options HEX] [--count N]\n"
+    "  compare TYPE A B [--format N] [--options HEX] [--count N] [--hex]\n"
     "                                compare two values (comma-separated\n"
-    "                                lists for arrays; 'null' for null)\n"
+    "                                lists for arrays; 'null' for null);\n"
+    "                                --hex: A and B are stored forms\n"
     "  orders TEXT [--codeset N] [--language N]\n"
     "                                the collation elements of a UTF-8 text\n"
     "  strcmp A B [--op HEX] [--codeset N] [--language N]\n"
@@ -341,9 +342,12 @@ int ParseValue(ObTypeMgr& mgr, char id, const char* text, Values& out) {
 
 std::vector<uint8_t> StoredForm(ObTypeMgr& mgr, char id, Values& values,
                                 uint8_t format) {
+  // Translate writes index keys (flag 0x80) as well as plain stored forms.
   std::vector<uint8_t> out(
       mgr.DiskLenGet(id, values.data(), format, values.count(), 8));
-  out.resize(mgr.Store(id, out.data(), values.data(), format, values.count()));
+  out.resize(mgr.Translate(id, out.data(), format,
+                           static_cast<uint32_t>(out.size()), values.data(),
+                           kObFormatMemory, 0, values.count()));
   return out;
 }
 
@@ -526,6 +530,27 @@ int Int64(int argc, char** argv) {
   return 0;
 }
 
+// Two stored operands given in hex, compared with their own lengths.
+int CompareStored(ObTypeMgr& mgr, char id, const char* a, const char* b,
+                  uint8_t format, uint16_t options, uint32_t count) {
+  if ((format & kObFormatMask) == kObFormatMemory)
+    return Fail("--hex operands are stored forms: give --format");
+  std::vector<uint8_t> op[2];
+  if (!ParseHex(a, op[0]) || !ParseHex(b, op[1]))
+    return Fail("malformed hex operand (pairs of hex digits)");
+  if (op[0].empty() || op[1].empty()) return Fail("empty hex operand");
+  int32_t status = 0;
+  const int32_t r = mgr.Cmp(id, static_cast<uint32_t>(op[0].size()),
+                            op[0].data(), static_cast<uint32_t>(op[1].size()),
+                            op[1].data(), options, count, format, status);
+  std::printf("result %d (%s), status %d\n", r,
+              r < 0   ? "A < B"
+              : r > 0 ? "A > B"
+                      : "A = B",
+              status);
+  return 0;
+}
+
 int Compare(int argc, char** argv) {
   if (argc < 3) return Fail("compare needs TYPE A B");
   char id = 0;
@@ -534,8 +559,13 @@ int Compare(int argc, char** argv) {
   uint8_t format = kObFormatMemory;
   uint16_t options = 0;
   uint32_t count = 0;
+  bool hex = false;
   for (int i = 3; i < argc; ++i) {
     std::string opt = argv[i];
+    if (opt == "--hex") {
+      hex = true;
+      continue;
+    }
     if (i + 1 >= argc) return Fail("option " + opt + " needs a value");
     const char* value = argv[++i];
     uint64_t n = 0;
@@ -561,6 +591,9 @@ int Compare(int argc, char** argv) {
     }
   }
   ObTypeMgr mgr(5);
+  if (hex)
+    return CompareStored(mgr, id, argv[1], argv[2], format, options,
+                         count == 0 ? 1 : count);
   if (int rc = CheckGivenAsText(mgr, id)) return rc;
   Values mem[2] = {Values(mgr, id), Values(mgr, id)};
   uint32_t n[2] = {0, 0};
