@@ -11,11 +11,7 @@
 namespace {
 
 void* AllocBlock(int32_t size) {
-  if (size <= 0) return nullptr;
-  for (;;) {
-    if (void* p = std::malloc(static_cast<size_t>(size))) return p;
-    if (ObCallMemoryHandler(static_cast<uint32_t>(size)) == 0) return nullptr;
-  }
+  return size > 0 ? ObAllocate(static_cast<size_t>(size), 0) : nullptr;
 }
 
 ObBlobData* NewRecord() {

@@ -213,9 +213,8 @@ int32_t ObMBSLength(const ObString& s, unsigned short n) {
 int32_t ObString2MultiByteString(const ObString& in, char*& out,
                                  int32_t& outBytes) {
   const int32_t size = ObMBSLength(in, ObString::kWholeText);
-  out = static_cast<char*>(std::calloc(1, static_cast<size_t>(size) + 1));
+  out = static_cast<char*>(ObAllocate(static_cast<size_t>(size) + 1, 1));
   if (out == nullptr) {
-    ObCallMemoryHandler(static_cast<uint32_t>(size) + 1);
     outBytes = 0;
     return 0;
   }

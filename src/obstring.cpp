@@ -55,10 +55,7 @@ void ReportOverflow() {
 }
 
 char* AllocZeroed(uint32_t bytes) {
-  for (;;) {
-    if (void* p = std::calloc(1, bytes)) return static_cast<char*>(p);
-    if (ObCallMemoryHandler(bytes) == 0) return nullptr;
-  }
+  return static_cast<char*>(ObAllocate(bytes, 1));
 }
 
 // A C integer parse saturated to the range of T, as a 32-bit `long` and a
@@ -218,11 +215,8 @@ void ObString::Splice(const void* src, uint8_t srcCodeSet, uint32_t destPos,
   if (count != 0 && src != nullptr &&
       ((srcCodeSet != codeSet_ && srcCodeSet != 0) || srcWidth != w)) {
     const uint32_t n = repeat == 1 ? count : 1;
-    converted = static_cast<uint16_t*>(std::malloc(size_t{n} * 2 + 2));
-    if (converted == nullptr) {
-      ObCallMemoryHandler(n * 2 + 2);
-      return;
-    }
+    converted = static_cast<uint16_t*>(ObAllocate(size_t{n} * 2 + 2, 0));
+    if (converted == nullptr) return;
     for (uint32_t i = 0; i < n; ++i) {
       uint16_t ch = ReadUnit(src, srcPos + i, srcWidth);
       WriteUnit(converted, i, w, ObMapChar(ch, srcCodeSet, codeSet_));

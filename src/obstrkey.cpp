@@ -86,9 +86,8 @@ class TextCopy {
     const uint32_t size = bytes + 2;
     char* p = stack_;
     if (size > kStackBuffer) {
-      heap_ = static_cast<char*>(std::malloc(size));
+      heap_ = static_cast<char*>(ObAllocate(size, 0));
       if (heap_ == nullptr) {
-        ObCallMemoryHandler(size);
         bytes = kStackBuffer - 2;
       } else {
         p = heap_;

@@ -16,14 +16,11 @@ constexpr double kLargest = std::numeric_limits<double>::max();
 void* CopyKey(const void* key, uint32_t size, uint8_t& copied) {
   const uint32_t n = size < 255 ? size : 255;
   const size_t bytes = n != 0 ? n : 1;
-  for (;;) {
-    if (void* p = std::malloc(bytes)) {
-      if (n != 0) std::memcpy(p, key, n);
-      copied = static_cast<uint8_t>(n);
-      return p;
-    }
-    if (ObCallMemoryHandler(static_cast<uint32_t>(bytes)) == 0) return nullptr;
-  }
+  void* p = ObAllocate(bytes, 0);
+  if (p == nullptr) return nullptr;
+  if (n != 0) std::memcpy(p, key, n);
+  copied = static_cast<uint8_t>(n);
+  return p;
 }
 
 int32_t SetKey(void*& slot, uint8_t& size, const void* key, uint32_t n) {

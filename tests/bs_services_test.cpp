@@ -212,3 +212,25 @@ TEST(Handlers, InstallCallAndRestore) {
 }
 
 }  // namespace
+
+namespace {
+
+// A block that cannot be had asks the handler; a handler that gives up
+// ends the attempt with null.
+TEST(Allocate, AsksTheMemoryHandler) {
+  static uint32_t asked = 0;
+  static int calls = 0;
+  ObMemoryHandler previous = ObSetMemoryHandler([](uint32_t size) -> int32_t {
+    asked = size;
+    return ++calls < 2;  // one more try, then give up
+  });
+  EXPECT_EQ(ObAllocate(SIZE_MAX / 2, 1), nullptr);
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(asked, UINT32_MAX);
+  ObSetMemoryHandler(previous);
+  void* p = ObAllocate(0, 1);
+  EXPECT_NE(p, nullptr);
+  std::free(p);
+}
+
+}  // namespace

@@ -10,11 +10,7 @@ namespace obrow {
 void* AllocArray(uint32_t count, size_t size) {
   const uint64_t bytes = uint64_t{count} * size;
   if (bytes > UINT32_MAX) return nullptr;
-  const size_t n = bytes != 0 ? static_cast<size_t>(bytes) : 1;
-  for (;;) {
-    if (void* p = std::calloc(1, n)) return p;
-    if (ObCallMemoryHandler(static_cast<uint32_t>(n)) == 0) return nullptr;
-  }
+  return ObAllocate(static_cast<size_t>(bytes), 1);
 }
 
 void FreeArray(void* p) { std::free(p); }

@@ -132,6 +132,9 @@ QS_BS_API ObAssertHandler ORLO_SetAssertHandler(ObAssertHandler handler);
 // works like ORLO_SetAssertHandler.
 typedef int32_t (*ObMemoryHandler)(uint32_t size);
 QS_BS_API int32_t ObCallMemoryHandler(uint32_t size);
+// A block of the C heap (free it with free()), zero-filled when `zeroed`;
+// calls the memory handler while it asks for another try. Null on failure.
+QS_BS_API void* ObAllocate(size_t bytes, int32_t zeroed);
 QS_BS_API ObMemoryHandler ObSetMemoryHandler(ObMemoryHandler handler);
 }  // extern "C"
 

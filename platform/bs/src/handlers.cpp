@@ -1,6 +1,7 @@
 #include <atomic>
 #include <cinttypes>
 #include <cstdio>
+#include <cstdlib>
 
 #include "obbs.h"
 
@@ -37,6 +38,17 @@ ObAssertHandler ORLO_SetAssertHandler(ObAssertHandler handler) {
 
 int32_t ObCallMemoryHandler(uint32_t size) {
   return gMemoryHandler.load(std::memory_order_acquire)(size);
+}
+
+void* ObAllocate(size_t bytes, int32_t zeroed) {
+  if (bytes == 0) bytes = 1;
+  for (;;) {
+    void* p = zeroed != 0 ? std::calloc(1, bytes) : std::malloc(bytes);
+    if (p != nullptr) return p;
+    const uint32_t asked =
+        bytes > UINT32_MAX ? UINT32_MAX : static_cast<uint32_t>(bytes);
+    if (ObCallMemoryHandler(asked) == 0) return nullptr;
+  }
 }
 
 ObMemoryHandler ObSetMemoryHandler(ObMemoryHandler handler) {
