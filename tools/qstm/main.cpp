@@ -147,6 +147,12 @@ bool ParseType(const char* text, char& id) {
   return false;
 }
 
+// The TYPE argument of a command: 0, or the usage error reported.
+int TypeArgument(const char* text, char& id) {
+  if (ParseType(text, id)) return 0;
+  return Fail(std::string("unknown type '") + text + "'");
+}
+
 // Appends one value in memory form (number, then null indicator).
 bool AppendValue(const ValueForm& form, uint16_t memLen, const std::string& t,
                  std::vector<uint8_t>& out) {
@@ -394,8 +400,7 @@ int ParseStoreOptions(int argc, char** argv, int first, const char* allowed,
 int Store(int argc, char** argv) {
   if (argc < 2) return Fail("store needs TYPE VALUE");
   char id = 0;
-  if (!ParseType(argv[0], id))
-    return Fail(std::string("unknown type '") + argv[0] + "'");
+  if (int rc = TypeArgument(argv[0], id)) return rc;
   StoreOptions o;
   if (int rc = ParseStoreOptions(argc, argv, 2, "--format --key ", o))
     return rc;
@@ -413,8 +418,7 @@ int Store(int argc, char** argv) {
 int Load(int argc, char** argv) {
   if (argc < 2) return Fail("load needs TYPE HEX");
   char id = 0;
-  if (!ParseType(argv[0], id))
-    return Fail(std::string("unknown type '") + argv[0] + "'");
+  if (int rc = TypeArgument(argv[0], id)) return rc;
   StoreOptions o;
   if (int rc = ParseStoreOptions(argc, argv, 2,
                                  "--format --count --print-format ", o))
@@ -452,8 +456,7 @@ int Load(int argc, char** argv) {
 int Hash(int argc, char** argv) {
   if (argc < 2) return Fail("hash needs TYPE VALUE");
   char id = 0;
-  if (!ParseType(argv[0], id))
-    return Fail(std::string("unknown type '") + argv[0] + "'");
+  if (int rc = TypeArgument(argv[0], id)) return rc;
   StoreOptions o;
   if (int rc = ParseStoreOptions(argc, argv, 2, "--format --key ", o))
     return rc;
@@ -554,8 +557,7 @@ int CompareStored(ObTypeMgr& mgr, char id, const char* a, const char* b,
 int Compare(int argc, char** argv) {
   if (argc < 3) return Fail("compare needs TYPE A B");
   char id = 0;
-  if (!ParseType(argv[0], id))
-    return Fail(std::string("unknown type '") + argv[0] + "'");
+  if (int rc = TypeArgument(argv[0], id)) return rc;
   uint8_t format = kObFormatMemory;
   uint16_t options = 0;
   uint32_t count = 0;
