@@ -7,6 +7,8 @@
 #include "obbs.h"
 #include "obchar.h"
 #include "obclassid.h"
+#include "obdate.h"
+#include "obdatetime.h"
 #include "obdefs.h"
 #include "obhash.h"
 #include "obi18n.h"

@@ -8,6 +8,7 @@
 
 #include "hashrows.h"
 
+#include "daterows.h"
 #include "identityrows.h"
 #include "int64row.h"
 #include "istringrows.h"
@@ -266,14 +267,14 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /*  9 */ Fixed<int32_t>("enum", "ObENUM_T", IntCompare, kTranslateInt, "%d", StepUnsupported),
   /* 10 */ Fixed<uint8_t>("o_u1b", "ObU1B_T", ByteCompare, kTranslate8, "%c", IntegerStep<uint8_t>),
   /* 11 */ StringRow(true),
-  /* 12 */ Pending("ObDate", "ObDATE_T", 4, 1, "%a %e.%b %Y"),
-  /* 13 */ Pending("ObTime", "ObTIME_T", 3, 1, "%I:%M:%S %p"),
+  /* 12 */ obdaterow::DateRow(),
+  /* 13 */ obdaterow::TimeRow(),
   /* 14 */ Fixed<uint32_t>("BlockId", "ObBLOCKID_T", DwordCompare, kTranslate32, "#%lu", IntegerStep<uint32_t>),
   /* 15 */ IdentityRow<ObObjId>("ObObjId", "ObOBJID_T", "(%H-%L#%B)", ObjectIdStep<ObObjId>),
   /* 16 */ IdentityRow<ObClassId>("ObClassId", "ObCLID_T", "(%Cv%V)", StepUnsupported),
   /* 17 */ IdentityRow<ObRef>("ObRef", "ObREF_T", "(%D:%H-%L#%B, %C)", ObjectIdStep<ObRef>),
   /* 18 */ BlobRow(),
-  /* 19 */ Pending("ObDateTime", "ObDATIME_T", 8, 1, "%a %e.%b %Y %I:%M:%S %p"),
+  /* 19 */ obdaterow::DateTimeRow(),
   /* 20 */ IStringRow(),
   /* 21 */ CaseIStringRow(),
   /* 22 */ Pending("d_Date", "D_DATE_T", 4, 1, "%a %b %e"),
