@@ -67,6 +67,11 @@ class QS_TM_API ObDate {
   // On a non-const date: the weekday's number as text ("5" on Saturdays).
   ObString PrintDayOfTheDate();
 
+  // Text forms: appends the date printed with `format` ("%Y-%m-%d" when
+  // null; a null date prints the null print text), and reads it back.
+  ObString& PrintToObString(ObString& out, const char* format) const;
+  void ScanFromObString(const ObString& in, const char* format);
+
   // Signed difference of the first component that differs, or 0.
   int Compare(const ObDate& other, unsigned short options) const;
   int operator==(const ObDate& o) const {
@@ -151,6 +156,9 @@ class QS_TM_API ObTime {
   // 0, or kObZoneUnknown (-2171) with the time unchanged.
   int ToLocalTime();
   int ToUTCTime();
+  // As for ObDate, with "%H:%M:%S" when `format` is null.
+  ObString& PrintToObString(ObString& out, const char* format) const;
+  void ScanFromObString(const ObString& in, const char* format);
 
   static const ObTime& NullValue();
   int IsNullValue() const;

@@ -42,6 +42,10 @@ class QS_TM_API ObDateTime {
   int ToLocalTime();
   int ToUTCTime();
 
+  // As for ObDate, with "%Y-%m-%dT%H:%M:%S" when `format` is null.
+  ObString& PrintToObString(ObString& out, const char* format) const;
+  void ScanFromObString(const ObString& in, const char* format);
+
   int IsNullValue() const { return date.IsNullValue() && time.IsNullValue(); }
   int SetNullValue();
   // The default value: the date is day number 0, -4713-11-24.

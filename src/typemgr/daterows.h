@@ -11,6 +11,8 @@
 
 #include "obdate.h"
 #include "obdatetime.h"
+#include "obstring.h"
+#include "obtimetext.h"
 #include "rowbuild.h"
 
 namespace obdaterow {
@@ -128,8 +130,26 @@ int32_t SetNullOf(void* value) {
   return 0;
 }
 
-// Common part of the three rows; print and scan stay empty until the text
-// engine exists.
+// Row print: `out` holds just the first element's text.
+template <class C>
+ObString& PrintOf(ObString& out, const void* values, const char* format,
+                  uint32_t) {
+  out = "";
+  return ReadValue<C>(static_cast<const uint8_t*>(values))
+      .PrintToObString(out, format);
+}
+// Row scan: null when the text ran out at a code (the fields read are
+// stored all the same).
+template <class C>
+void* ScanOf(void* values, ObString& text, const char* format, uint32_t) {
+  if (values == nullptr) return nullptr;
+  C v = ReadValue<C>(static_cast<const uint8_t*>(values));
+  const bool ok = obtimetext::ScanValue(v, text, format);
+  std::memcpy(values, &v, sizeof v);
+  return ok ? values : nullptr;
+}
+
+// Common part of the three rows.
 template <class C, uint32_t W>
 constexpr ObTypeEntry DateRowBase(const char* name, const char* idName,
                                   const char* format, ObStoreFn store,
@@ -147,6 +167,8 @@ constexpr ObTypeEntry DateRowBase(const char* name, const char* idName,
   r.isNull = IsNullOf<C>;
   r.setNull = SetNullOf<C>;
   r.sequenceStep = step;
+  r.print = PrintOf<C>;
+  r.scan = ScanOf<C>;
   return r;
 }
 
