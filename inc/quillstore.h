@@ -9,6 +9,7 @@
 #include "obclassid.h"
 #include "obdate.h"
 #include "obdatetime.h"
+#include "obdatetimen.h"
 #include "obdefs.h"
 #include "obhash.h"
 #include "obi18n.h"

@@ -21,6 +21,7 @@
 #include "printscan.h"
 #include "rowbuild.h"
 #include "rowops.h"
+#include "spanrows.h"
 
 using namespace obrow;
 
@@ -295,8 +296,8 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 37 */ Nullable<NullDouble>("ObNull_double", "ObNULL_DOUBLE_T", "%lf"),
   /* 38 */ NullInt64Row("ObNull_ObInt64", "ObNULL_OBINT64_T", "%S"),
   /* 39 */ IdentityRow<ObSeal>("ObSeal", "ObSEAL_T", "noop", StepUnsupported),
-  /* 40 */ Pending("ObDateTimeN", "ObDATIME_N_T", 12, 1, "%X"),
-  /* 41 */ Pending("ObTimeSpan", "ObTIMESPAN_T", 12, 1, "%V"),
+  /* 40 */ obspanrow::DateTimeNRow(),
+  /* 41 */ obspanrow::TimeSpanRow(),
   /* 42 */ Fixed<int64_t>("o_8b", "Ob8B_T", O_8BCompare, kTranslate64, "%I64d", IntegerStep<int64_t>),
   /* 43 */ Fixed<uint64_t>("o_u8b", "ObU8B_T", O_U8BCompare, kTranslate64, "%I64u", IntegerStep<uint64_t>),
   /* 44 */ Nullable<Null8B>("ObNull_8b", "ObNULL_8B_T", "%I64d"),
