@@ -37,6 +37,12 @@ const char kUsage[] =
     "                                a format is given)\n"
     "  int64 EXPR                    one ObInt64 operation: A op B with op\n"
     "                                one of + - * / % << >>\n"
+    "  date TEXT [--type T] [--in FORMAT] [--out FORMAT]\n"
+    "                                scan a date or time value (ObDateTime\n"
+    "                                unless --type) and print it again;\n"
+    "                                both formats default to the ISO form\n"
+    "                                of ObDate, ObTime and ObDateTime\n"
+    "  daynumber YYYY-MM-DD          day number and weekday of a date\n"
     "  version                       print the module description\n"
     "TYPE is a display name (o_4b), an identifier name (Ob4B_T) or a number.\n"
     "Numbers are given as comma-separated lists; values of other types in\n"
@@ -774,6 +780,97 @@ int Sort(int argc, char** argv) {
   return 0;
 }
 
+// ---- Date and time texts.
+
+bool IsDateTimeType(char id) {
+  return id == ObDATE_T || id == ObTIME_T || id == ObDATIME_T ||
+         (id >= 22 && id <= 25) || id == 40 || id == 41;
+}
+
+// The ISO forms that the value classes use; other types keep their rows'
+// defaults (null).
+const char* IsoFormat(char id) {
+  switch (id) {
+    case ObDATE_T:
+      return "%Y-%m-%d";
+    case ObTIME_T:
+      return "%H:%M:%S";
+    case ObDATIME_T:
+      return "%Y-%m-%dT%H:%M:%S";
+    default:
+      return nullptr;
+  }
+}
+
+int Date(int argc, char** argv) {
+  if (argc < 1) return Fail("date needs TEXT");
+  char id = ObDATIME_T;
+  const char* in = nullptr;
+  const char* out = nullptr;
+  for (int i = 1; i < argc; i += 2) {
+    if (i + 1 >= argc) return Fail(std::string(argv[i]) + " needs a value");
+    if (std::strcmp(argv[i], "--type") == 0) {
+      if (int rc = TypeArgument(argv[i + 1], id)) return rc;
+    } else if (std::strcmp(argv[i], "--in") == 0) {
+      in = argv[i + 1];
+    } else if (std::strcmp(argv[i], "--out") == 0) {
+      out = argv[i + 1];
+    } else {
+      return Fail(std::string("unknown option '") + argv[i] + "'");
+    }
+  }
+  ObTypeMgr mgr(5);
+  if (!IsDateTimeType(id))
+    return Fail(std::string("type ") + mgr.NameGet(id, nullptr) +
+                " is not a date or time type");
+  if (!Values::HasTextForm(mgr, id))
+    return Fail(std::string("values of type ") + mgr.NameGet(id, nullptr) +
+                " have no text form yet");
+  if (in == nullptr) in = IsoFormat(id);
+  if (out == nullptr) out = in;
+  void* value = mgr.Create(id, 1);
+  if (value == nullptr) return Fail("out of memory");
+  ObString text(argv[0]);
+  const bool complete = mgr.ScanFromObString(id, value, text, in, 1) != nullptr;
+  ObString printed;
+  mgr.PrintToObString(id, printed, value, out, 1);
+  mgr.Delete(id, value, 1);
+  std::printf("%s\n", printed.StrGet());
+  if (complete) return 0;
+  std::fprintf(stderr, "qstm: the text ended before the format\n");
+  return 1;
+}
+
+int DayNumber(int argc, char** argv) {
+  if (argc != 1) return Fail("daynumber needs YYYY-MM-DD");
+  // The year may carry a sign: split at the last two '-'.
+  std::string t(argv[0]);
+  const size_t b = t.rfind('-');
+  const size_t a = b == std::string::npos || b == 0 ? std::string::npos
+                                                    : t.rfind('-', b - 1);
+  // Decimal: "08" is a month, not a bad octal number.
+  auto decimal = [](const std::string& p, long lo, long hi, long& v) {
+    if (p.empty() || p[0] == '+' || p[0] == ' ') return false;
+    char* end = nullptr;
+    errno = 0;
+    v = std::strtol(p.c_str(), &end, 10);
+    return errno == 0 && *end == '\0' && v >= lo && v <= hi;
+  };
+  long y = 0, m = 0, d = 0;
+  if (a == std::string::npos || a == 0 ||
+      !decimal(t.substr(0, a), INT16_MIN, INT16_MAX, y) ||
+      !decimal(t.substr(a + 1, b - a - 1), 1, 12, m) ||
+      !decimal(t.substr(b + 1), 1, 31, d))
+    return Fail(std::string("malformed date '") + argv[0] + "'");
+  const ObDate date(static_cast<int16_t>(y), static_cast<int8_t>(m),
+                    static_cast<int8_t>(d));
+  const ObDaysOfTheWeek w = date.GetDayOfTheDate();
+  std::printf("dayabs %d\nweekday %d %s\n", date.dayabs(), static_cast<int>(w),
+              kObDayNames[w]);
+  if (!date.IsDate()) std::printf("not a calendar date\n");
+  return 0;
+}
+
 int Version() {
   const char *info = nullptr, *date = nullptr, *name = nullptr,
              *compiler = nullptr;
@@ -810,6 +907,10 @@ int main(int argc, char** argv) {
     rc = StrCmp(argc - 2, argv + 2);
   } else if (std::strcmp(argv[1], "sort") == 0) {
     rc = Sort(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "date") == 0) {
+    rc = Date(argc - 2, argv + 2);
+  } else if (std::strcmp(argv[1], "daynumber") == 0) {
+    rc = DayNumber(argc - 2, argv + 2);
   } else if (std::strcmp(argv[1], "version") == 0 && argc == 2) {
     rc = Version();
   } else if (std::strcmp(argv[1], "--help") == 0 ||
