@@ -214,11 +214,16 @@ TEST(Rows, StoredFormsCompareAndHash) {
                 mgr.Hash(ObDATIME_N_T, 12, &kValues[i], 1, 8, st));
     }
   }
-  // Stored layout, most significant byte first.
+  // Every stored byte, in both byte orders.
+  const uint8_t kBig[11] = {0x07, 0xB2, 6, 15, 12, 0, 0, 1, 2, 3, 4};
+  const uint8_t kLittle[11] = {0xB2, 0x07, 6, 15, 12, 0, 0, 4, 3, 2, 1};
   uint8_t b[11];
+  EXPECT_EQ(mgr.DiskLenGet(ObDATIME_N_T, &kValues[5], 2, 3, 8), 33u);
   mgr.Store(ObDATIME_N_T, b, &kValues[5], 2, 1);
-  const uint8_t kWant[11] = {0x07, 0xB2, 6, 15, 12, 0, 0, 1, 2, 3, 4};
-  EXPECT_EQ(std::memcmp(b, kWant, 11), 0);
+  EXPECT_EQ(std::memcmp(b, kBig, 11), 0);
+  mgr.Store(ObDATIME_N_T, b, &kValues[5], 1, 1);  // the machine's order
+  if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__)
+    EXPECT_EQ(std::memcmp(b, kLittle, 11), 0);
 }
 
 TEST(Rows, StoredSearchKeyWithOpenNanoseconds) {
