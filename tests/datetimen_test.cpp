@@ -222,8 +222,9 @@ TEST(Rows, StoredFormsCompareAndHash) {
   mgr.Store(ObDATIME_N_T, b, &kValues[5], 2, 1);
   EXPECT_EQ(std::memcmp(b, kBig, 11), 0);
   mgr.Store(ObDATIME_N_T, b, &kValues[5], 1, 1);  // the machine's order
-  if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__)
+  if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
     EXPECT_EQ(std::memcmp(b, kLittle, 11), 0);
+  }
 }
 
 TEST(Rows, StoredSearchKeyWithOpenNanoseconds) {
