@@ -169,6 +169,11 @@ class QS_TM_API ObTypeMgr {
   int32_t DiskIsNullValue(char id, const void* stored) const;
   int32_t GetValue(char id, void* value, uint32_t len, uint8_t format,
                    uint8_t kind) const;
+  // Stores `now`, laid out as an ObDateTimeN (date, time, 32-bit fraction
+  // at byte 8), as a value of type `id` (12, 13, 19, 22, 23, 24, 40).
+  // The row's Store result; -2999 for a null `now` or any other type.
+  int32_t StoreTimeStamp(char id, void* dest, uint8_t format,
+                         const void* now) const;
 
   // The row's operations themselves (empty where the row has none).
   ObConstructFn ConstructorPtrGet(char id) const;

@@ -21,6 +21,7 @@
 #include "printscan.h"
 #include "rowbuild.h"
 #include "rowops.h"
+#include "stdrows.h"
 #include "spanrows.h"
 
 using namespace obrow;
@@ -278,10 +279,10 @@ ObTypeEntry g_rows[kObTypeCount] = {
   /* 19 */ obdaterow::DateTimeRow(),
   /* 20 */ IStringRow(),
   /* 21 */ CaseIStringRow(),
-  /* 22 */ Pending("d_Date", "D_DATE_T", 4, 1, "%a %b %e"),
-  /* 23 */ Pending("d_Time", "D_TIME_T", 6, 1, "%I:%M:%S %p"),
-  /* 24 */ Pending("d_Timestamp", "D_TIMESTAMP_T", 10, 1, "%a %b %e %I:%M:%S %p"),
-  /* 25 */ Pending("d_Interval", "D_INTERVAL_T", 4, 1, "%e days, %I hours, %M minutes, %S seconds"),
+  /* 22 */ obstdrow::StdDateRow(),
+  /* 23 */ obstdrow::StdTimeRow(),
+  /* 24 */ obstdrow::StdTimestampRow(),
+  /* 25 */ obstdrow::StdIntervalRow(kTranslateFloat),
   /* 26 */ Int64Row("ObInt64", "ObINT64_T", "%S"),
   /* 27 */ BooleanRow(),
   /* 28 */ Nullable<NullChar>("ObNull_char", "ObNULL_1B_T", "%c"),

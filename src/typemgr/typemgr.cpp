@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "catalog.h"
+#include "d_timestamp.h"
 #include "module.h"
 #include "obstring.h"
 #include "obtypeconv.h"
@@ -272,6 +273,47 @@ int32_t ObTypeMgr::GetValue(char id, void* value, uint32_t len, uint8_t format,
   }
   if (r.del != nullptr) r.del(temp, 1);
   return result;
+}
+
+int32_t ObTypeMgr::StoreTimeStamp(char id, void* dest, uint8_t format,
+                                  const void* now) const {
+  if (now == nullptr) return kObNotSupported;
+  const uint8_t* p = static_cast<const uint8_t*>(now);
+  int16_t year;
+  std::memcpy(&year, p, sizeof year);
+  uint32_t fraction;
+  std::memcpy(&fraction, p + 8, sizeof fraction);
+  // The fraction is added to the seconds unscaled: stamps written this way
+  // already exist.
+  const float sec = static_cast<float>(p[6]) + static_cast<float>(fraction);
+  const d_Date date(year, p[2], p[3]);
+  const d_Time time(p[4], p[5], sec);
+  const d_Timestamp stamp(date, time);
+  const void* source = nullptr;
+  switch (id) {
+    case ObDATE_T:
+    case ObDATIME_T:
+    case ObDATIME_N_T:
+      source = now;
+      break;
+    case ObTIME_T:
+      source = p + 4;
+      break;
+    case D_DATE_T:
+      source = &date;
+      break;
+    case D_TIME_T:
+      source = &time;
+      break;
+    case D_TIMESTAMP_T:
+      source = &stamp;
+      break;
+    default:
+      return kObNotSupported;  // no time-stamp form
+  }
+  const ObTypeEntry& r = Row(id);
+  if (r.store == nullptr) return kObNotSupported;
+  return static_cast<int32_t>(r.store(dest, source, format, 1));
 }
 
 ObConstructFn ObTypeMgr::ConstructorPtrGet(char id) const {
