@@ -114,6 +114,10 @@ class QS_TM_API ObDateTimeN : public ObNanoValue {
   int ToLocalTime();
   int ToUTCTime();
 
+  // Text forms as for ObDate, with "%X" when `format` is null.
+  ObString& PrintToObString(ObString& out, const char* format) const;
+  void ScanFromObString(const ObString& in, const char* format);
+
   static const ObDateTimeN& NullValue();
   static const ObDateTimeN& ClearValue();  // all fields zero
 };
@@ -168,6 +172,10 @@ class QS_TM_API ObTimeSpan : public ObNanoValue {
   // years; the years wrap at 8 bits.
   static ObTimeSpan Difference(const ObTimeSpan& a, const ObTimeSpan& b);
   static ObTimeSpan Difference(const ObDateTimeN& a, const ObDateTimeN& b);
+
+  // Text forms as for ObDate, with "%V" when `format` is null.
+  ObString& PrintToObString(ObString& out, const char* format) const;
+  void ScanFromObString(const ObString& in, const char* format);
 
   static const ObTimeSpan& NullValue();
 

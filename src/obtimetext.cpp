@@ -8,6 +8,7 @@
 #include "obcodetext.h"
 #include "obdate.h"
 #include "obdatetime.h"
+#include "obdatetimen.h"
 #include "obstring.h"
 #include "typemgr/module.h"
 #include "typemgr/printscan.h"
@@ -574,9 +575,35 @@ void ToTime(const Fields& f, ObTime& t) {
   t.second = static_cast<int8_t>(f.second);
 }
 
+Fields FromNano(const ObNanoValue& v) {
+  Fields f = FromTime(v.time, FromDate(v.date));
+  f.nanos = v.nanoseconds;
+  return f;
+}
+
+// The engine's value: the six fields and the nanoseconds.
+template <class C>
+bool ScanNano(C& v, const ObString& in, const char* format) {
+  Fields f;
+  const ScanResult r = obtimetext::ScanFrom(f, in, format);
+  if (r == ScanResult::kNull) return v.SetNullValue(), true;
+  ToDate(f, v.date);
+  ToTime(f, v.time);
+  v.nanoseconds = f.nanos;
+  return r == ScanResult::kOk;
+}
+
 }  // namespace
 
 namespace obtimetext {
+
+bool ScanValue(ObDateTimeN& v, const ObString& in, const char* format) {
+  return ScanNano(v, in, format ? format : kDateTimeNFormat);
+}
+
+bool ScanValue(ObTimeSpan& v, const ObString& in, const char* format) {
+  return ScanNano(v, in, format ? format : kTimeSpanFormat);
+}
 
 bool ScanValue(ObDate& d, const ObString& in, const char* format) {
   Fields f;
@@ -632,5 +659,26 @@ ObString& ObDateTime::PrintToObString(ObString& out, const char* format) const {
 }
 
 void ObDateTime::ScanFromObString(const ObString& in, const char* format) {
+  obtimetext::ScanValue(*this, in, format);
+}
+
+ObString& ObDateTimeN::PrintToObString(ObString& out,
+                                       const char* format) const {
+  if (IsNullValue()) return obtimetext::PrintNull(out);
+  return obtimetext::PrintTo(out, FromNano(*this),
+                             format ? format : obtimetext::kDateTimeNFormat);
+}
+
+void ObDateTimeN::ScanFromObString(const ObString& in, const char* format) {
+  obtimetext::ScanValue(*this, in, format);
+}
+
+ObString& ObTimeSpan::PrintToObString(ObString& out, const char* format) const {
+  if (IsNullValue()) return obtimetext::PrintNull(out);
+  return obtimetext::PrintTo(out, FromNano(*this),
+                             format ? format : obtimetext::kTimeSpanFormat);
+}
+
+void ObTimeSpan::ScanFromObString(const ObString& in, const char* format) {
   obtimetext::ScanValue(*this, in, format);
 }

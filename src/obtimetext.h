@@ -15,6 +15,8 @@ class ObString;
 class ObDate;
 class ObTime;
 class ObDateTime;
+class ObDateTimeN;
+class ObTimeSpan;
 
 namespace obtimetext {
 
@@ -61,6 +63,8 @@ ObString& PrintNull(ObString& out);
 bool ScanValue(ObDate& d, const ObString& in, const char* format);
 bool ScanValue(ObTime& t, const ObString& in, const char* format);
 bool ScanValue(ObDateTime& v, const ObString& in, const char* format);
+bool ScanValue(ObDateTimeN& v, const ObString& in, const char* format);
+bool ScanValue(ObTimeSpan& v, const ObString& in, const char* format);
 
 }  // namespace obtimetext
 

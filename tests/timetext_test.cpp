@@ -200,6 +200,32 @@ TEST(TimeText, Members) {
   EXPECT_TRUE(v.IsNullValue());
 }
 
+TEST(TimeText, NanoMembers) {
+  ObString out;
+  ObDateTimeN(2024, 1, 1, 10, 0, 5, 500000000).PrintToObString(out, nullptr);
+  out << "|";
+  ObDateTimeN(2024, 1, 1, 10, 0, 5, 0).PrintToObString(out, nullptr);
+  out << "|";
+  ObTimeSpan(1, 2, 3, 4, 5, 6, 0).PrintToObString(out, nullptr);
+  out << "|";
+  ObTimeSpan().PrintToObString(out, nullptr);
+  EXPECT_STREQ(out.StrGet(),
+               "2024-01-01T10:00:05.500|2024-01-01T10:00:05|423.04:05:06|"
+               "{NULL}");
+
+  ObTimeSpan span;
+  span.ScanFromObString("423.04:05:06.25", nullptr);
+  EXPECT_EQ(
+      Str(F(span.date.year, span.date.month, span.date.day, span.time.hour,
+            span.time.minute, span.time.second, span.nanoseconds)),
+      Str(F(1, 2, 3, 4, 5, 6, 250000000)));
+  ObDateTimeN v;
+  v.ScanFromObString("*-05-*T*:*:*", nullptr);
+  EXPECT_EQ(Str(F(v.date.year, v.date.month, v.date.day, v.time.hour,
+                  v.time.minute, v.time.second, v.nanoseconds)),
+            Str(F(-1, 5, -1, -1, -1, -1, -1)));
+}
+
 TEST(TimeText, Rows) {
   ObTypeMgr mgr(5);
   ObDate dates[2] = {ObDate(2024, 3, 5), ObDate(2024, 3, 6)};
@@ -221,6 +247,15 @@ TEST(TimeText, Rows) {
   ObString cut("Wed 6.Mar 2024");
   EXPECT_EQ(mgr.ScanFromObString(ObDATIME_T, &v, cut, nullptr, 1), nullptr);
   EXPECT_EQ(mgr.ScanFromObString(ObDATE_T, nullptr, cut, nullptr, 1), nullptr);
+  ObTimeSpan span(0, 0, 0, 4, 5, 6, 7);
+  out = "";
+  mgr.PrintToObString(ObTIMESPAN_T, out, &span, nullptr, 1);
+  EXPECT_STREQ(out.StrGet(), "0.04:05:06.000000007");
+  ObString spanText("2.01:00:00");
+  EXPECT_EQ(mgr.ScanFromObString(ObTIMESPAN_T, &span, spanText, nullptr, 1),
+            &span);
+  EXPECT_TRUE(span.date.day == 2 && span.time.hour == 1 &&
+              span.nanoseconds == 0);
 }
 
 }  // namespace

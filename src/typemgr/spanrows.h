@@ -46,7 +46,6 @@ void CopyFrom(void* dest, const void* src, uint32_t count, int32_t sameSource) {
     new (&d[i]) C(s[sameSource != 0 ? 0 : i]);
 }
 
-// Print and scan stay empty until the text engine exists.
 template <class C>
 constexpr ObTypeEntry NanoRow(const char* name, const char* idName,
                               const char* format, ObKeyCompareFn cmp,
@@ -63,6 +62,8 @@ constexpr ObTypeEntry NanoRow(const char* name, const char* idName,
   r.isNull = obdaterow::IsNullOf<C>;
   r.setNull = obdaterow::SetNullOf<C>;
   r.sequenceStep = step;
+  r.print = obdaterow::PrintOf<C>;
+  r.scan = obdaterow::ScanOf<C>;
   r.assignment = AssignFrom<C>;
   r.copy = CopyFrom<C>;
   r.translate =
