@@ -2,15 +2,25 @@
 // and civil-from-days algorithms on the same dates. Each benchmark cycles
 // through kDates dates from -4800-03-01 to 32767-12-31; items are
 // conversions. Before timing, both sides are checked to agree.
+//
+// Text forms: ObDateTime printed with "%Y-%m-%dT%H:%M:%S" into an ObString
+// against strftime into a buffer, and scanned back against strptime, over
+// kDates date-times from 1900 to 2099; items are values. The texts of both
+// sides are checked to agree first.
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
+#include <ctime>
 #include <random>
+#include <string>
 #include <vector>
 
 #include "obdate.h"
+#include "obdatetime.h"
+#include "obstring.h"
 
 namespace {
 
@@ -112,10 +122,99 @@ void BM_CivilFromDays(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations());
 }
 
+constexpr char kIsoFormat[] = "%Y-%m-%dT%H:%M:%S";
+
+struct DateTimes {
+  std::vector<ObDateTime> values;
+  std::vector<std::tm> tms;
+  std::vector<std::string> texts;
+  DateTimes() {
+    std::mt19937 rng(12);
+    std::uniform_int_distribution<int32_t> day(2415021, 2488069);
+    std::uniform_int_distribution<int32_t> second(0, 86399);
+    for (size_t i = 0; i < kDates; ++i) {
+      const ObDateTime v(ObDate(day(rng)), ObTime(second(rng)));
+      std::tm tm{};
+      tm.tm_year = v.date.year - 1900;
+      tm.tm_mon = v.date.month - 1;
+      tm.tm_mday = v.date.day;
+      tm.tm_hour = v.time.hour;
+      tm.tm_min = v.time.minute;
+      tm.tm_sec = v.time.second;
+      char buf[64];
+      std::strftime(buf, sizeof buf, kIsoFormat, &tm);
+      ObString ours;
+      v.PrintToObString(ours, kIsoFormat);
+      if (std::strcmp(buf, ours.StrGet()) != 0) {
+        std::fprintf(stderr, "%s printed as %s\n", buf, ours.StrGet());
+        std::abort();
+      }
+      values.push_back(v);
+      tms.push_back(tm);
+      texts.push_back(buf);
+    }
+  }
+};
+const DateTimes& TheDateTimes() {
+  static const DateTimes t;
+  return t;
+}
+
+void BM_PrintDateTime(benchmark::State& state) {
+  const DateTimes& t = TheDateTimes();
+  size_t i = 0;
+  for (auto _ : state) {
+    ObString out;
+    t.values[i++ & (kDates - 1)].PrintToObString(out, kIsoFormat);
+    benchmark::DoNotOptimize(out.StrGet());
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+void BM_Strftime(benchmark::State& state) {
+  const DateTimes& t = TheDateTimes();
+  size_t i = 0;
+  char buf[64];
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(
+        std::strftime(buf, sizeof buf, kIsoFormat, &t.tms[i++ & (kDates - 1)]));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+// The texts are made once: the loops time the scan alone.
+void BM_ScanDateTime(benchmark::State& state) {
+  const DateTimes& t = TheDateTimes();
+  std::vector<ObString> texts;
+  for (const std::string& s : t.texts) texts.emplace_back(s.c_str());
+  ObDateTime v(ObDate(0, 0, 0), ObTime(0, 0, 0));
+  size_t i = 0;
+  for (auto _ : state) {
+    v.ScanFromObString(texts[i++ & (kDates - 1)], kIsoFormat);
+    benchmark::DoNotOptimize(v);
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+void BM_Strptime(benchmark::State& state) {
+  const DateTimes& t = TheDateTimes();
+  std::tm tm{};
+  size_t i = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(
+        strptime(t.texts[i++ & (kDates - 1)].c_str(), kIsoFormat, &tm));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
 BENCHMARK(BM_DayAbs);
 BENCHMARK(BM_DaysFromCivil);
 BENCHMARK(BM_DateAbs);
 BENCHMARK(BM_CivilFromDays);
+BENCHMARK(BM_PrintDateTime);
+BENCHMARK(BM_Strftime);
+BENCHMARK(BM_ScanDateTime);
+BENCHMARK(BM_Strptime);
 
 }  // namespace
 

@@ -36,9 +36,48 @@ const char* MacroText(char code) {
 
 // ---- Printing.
 
+// The printed text: inline for the usual short forms, on the heap beyond.
+class TextBuf {
+ public:
+  void append(const char* p, size_t n) {
+    if (!spilled_ && n_ + n < sizeof small_) {
+      std::memcpy(small_ + n_, p, n);
+    } else {
+      if (!spilled_) big_.assign(small_, n_);
+      spilled_ = true;
+      big_.append(p, n);
+    }
+    n_ += n;
+  }
+  TextBuf& operator+=(char c) {
+    append(&c, 1);
+    return *this;
+  }
+  TextBuf& operator+=(const char* t) {
+    append(t, std::strlen(t));
+    return *this;
+  }
+  size_t size() const { return n_; }
+  void resize(size_t n) {  // only ever shrinks
+    n_ = n;
+    if (spilled_) big_.resize(n);
+  }
+  const char* c_str() {
+    if (spilled_) return big_.c_str();
+    small_[n_] = '\0';
+    return small_;
+  }
+
+ private:
+  char small_[128];
+  size_t n_ = 0;
+  bool spilled_ = false;
+  std::string big_;
+};
+
 // Decimal with at least `digits` digits, zero-padded, sign first: the
 // output of "%0N.Nd".
-void AppendInt(std::string& out, int64_t v, int digits) {
+void AppendInt(TextBuf& out, int64_t v, int digits) {
   char buf[24];
   char* end = buf + sizeof buf;
   char* p = end;
@@ -53,7 +92,7 @@ void AppendInt(std::string& out, int64_t v, int digits) {
   out.append(p, static_cast<size_t>(end - p));
 }
 
-void AppendName(std::string& out, const char* name, bool cut) {
+void AppendName(TextBuf& out, const char* name, bool cut) {
   const size_t n = std::strlen(name);
   out.append(name, cut && n > 3 ? 3 : n);
 }
@@ -86,7 +125,7 @@ int32_t TwelveHour(int32_t h, bool amPm, bool* pm) {
 struct Printer {
   const Fields& f;
   bool amPm;
-  std::string& out;
+  TextBuf& out;
   bool printed = false;  // a code has printed: suppression is over
   size_t groupMark = 0;
   bool inGroup = false;
@@ -511,10 +550,29 @@ struct Scanner {
 
 }  // namespace
 
-void Print(const Fields& f, const char* format, std::string& out) {
+namespace {
+
+void PrintInto(const Fields& f, const char* format, TextBuf& out) {
   if (format == nullptr) return;
   Printer printer{f, HasAmPm(format), out};
   printer.Run(format, true);
+}
+
+// Most texts are not null: a differing first byte settles it cheaply.
+bool IsNull(const ObString& text) {
+  const ObString& null = NullPrintText();
+  if (null.GetCodeSet() == text.GetCodeSet() && !text.IsWide() &&
+      null.Len() > 0 && text.Len() > 0 && null.StrGet()[0] != text.StrGet()[0])
+    return false;
+  return obprint::IsNullText(text);
+}
+
+}  // namespace
+
+void Print(const Fields& f, const char* format, std::string& out) {
+  TextBuf text;
+  PrintInto(f, format, text);
+  out.append(text.c_str(), text.size());
 }
 
 ScanResult Scan(Fields& f, const char* text, size_t len, const char* format) {
@@ -530,15 +588,18 @@ ScanResult Scan(Fields& f, const char* text, size_t len, const char* format) {
 ObString& PrintNull(ObString& out) { return out += NullPrintText(); }
 
 ObString& PrintTo(ObString& out, const Fields& f, const char* format) {
-  std::string text;
-  text.reserve(32);
-  Print(f, format, text);
+  TextBuf text;
+  PrintInto(f, format, text);
   return out << text.c_str();
 }
 
 ScanResult ScanFrom(Fields& f, const ObString& text, const char* format) {
+  if (!text.IsWide()) {  // no copy needed
+    if (IsNull(text)) return ScanResult::kNull;
+    return Scan(f, text.StrGet(), text.Len(), format);
+  }
   const ObString narrow = obtext::NarrowText(text);
-  if (obprint::IsNullText(narrow)) return ScanResult::kNull;
+  if (IsNull(narrow)) return ScanResult::kNull;
   return Scan(f, narrow.StrGet(), narrow.Len(), format);
 }
 

@@ -170,7 +170,7 @@ TEST(TimeText, ScanStaysInside) {
     format[fn] = '\0';
     if (fn > 0 && i % 3 == 0) format[fn - 1] = '%';  // unterminated code
     std::unique_ptr<char[]> exact(new char[tn == 0 ? 1 : tn]);
-    std::memcpy(exact.get(), text.data(), tn);
+    if (tn != 0) std::memcpy(exact.get(), text.data(), tn);
     Fields f;
     obtimetext::Scan(f, exact.get(), tn, format.get());
     std::string out;
