@@ -35,6 +35,8 @@ int32_t g_options = 0;
 
 // Everything below is set while the library loads, in this order, before
 // any export can be called.
+// The default date and time text formats come before all of it: they are
+// constant data (obtimetext.h), in place before any code of the library runs.
 struct LoadTimeState {
   // The catalogue's fixed-width slots come first: a caller reaching the
   // catalogue must never see them empty.
