@@ -867,6 +867,8 @@ int DayNumber(int argc, char** argv) {
   const ObDaysOfTheWeek w = date.GetDayOfTheDate();
   std::printf("dayabs %d\nweekday %d %s\n", date.dayabs(), static_cast<int>(w),
               kObDayNames[w]);
+  // The standard date counts days on the Julian calendar before 1582-10-15.
+  std::printf("d_Date %d\n", static_cast<int>(d_Date(date).DayNumber()));
   if (!date.IsDate()) std::printf("not a calendar date\n");
   return 0;
 }
