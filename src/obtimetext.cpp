@@ -5,6 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "d_date.h"
+#include "d_time.h"
+#include "d_timestamp.h"
 #include "obcodetext.h"
 #include "obdate.h"
 #include "obdatetime.h"
@@ -743,3 +746,94 @@ ObString& ObTimeSpan::PrintToObString(ObString& out, const char* format) const {
 void ObTimeSpan::ScanFromObString(const ObString& in, const char* format) {
   obtimetext::ScanValue(*this, in, format);
 }
+
+// ---- The standard types' rows.
+
+namespace {
+
+constexpr int32_t kNanosPerHundredth = 10000000;
+
+Fields FieldsOf(const d_Date& d, Fields f = Fields()) {
+  f.year = d.year();
+  f.month = d.month();
+  f.day = d.day();
+  return f;
+}
+Fields FieldsOf(const d_Time& t, Fields f = Fields()) {
+  f.hour = t.hour();
+  f.minute = t.minute();
+  f.second = t.second();
+  f.nanos = t.hundredths() * kNanosPerHundredth;
+  return f;
+}
+void SetFields(d_Date& d, const Fields& f) {
+  d = d_Date(static_cast<int16_t>(f.year), static_cast<uint8_t>(f.month),
+             static_cast<uint8_t>(f.day));
+}
+void SetFields(d_Time& t, const Fields& f) {
+  t = d_Time::FromFields(
+      t.tz_hour(), t.tz_minute(), static_cast<int8_t>(f.hour),
+      static_cast<int8_t>(f.minute), static_cast<uint8_t>(f.second),
+      static_cast<uint8_t>(f.nanos / kNanosPerHundredth));
+}
+
+// Arrays come from the catalogue's Create: elements are aligned.
+template <class C, class Print>
+ObString& StdPrint(ObString& out, const void* values, const char* format,
+                   Print fields) {
+  out = "";
+  return obtimetext::PrintTo(out, fields(*static_cast<const C*>(values)),
+                             format);
+}
+template <class C, class Apply>
+void* StdScan(void* values, ObString& text, const char* format, Apply apply) {
+  if (values == nullptr) return nullptr;
+  const ObString narrow = obtext::NarrowText(text);
+  Fields f;
+  const ScanResult r =
+      obtimetext::Scan(f, narrow.StrGet(), narrow.Len(), format);
+  apply(*static_cast<C*>(values), f);
+  return r == ScanResult::kOk ? values : nullptr;
+}
+
+}  // namespace
+
+namespace obtimetext {
+
+ObString& StdDatePrint(ObString& out, const void* values, const char* format,
+                       uint32_t) {
+  return StdPrint<d_Date>(out, values, format,
+                          [](const d_Date& d) { return FieldsOf(d); });
+}
+void* StdDateScan(void* values, ObString& text, const char* format, uint32_t) {
+  return StdScan<d_Date>(values, text, format,
+                         [](d_Date& d, const Fields& f) { SetFields(d, f); });
+}
+ObString& StdTimePrint(ObString& out, const void* values, const char* format,
+                       uint32_t) {
+  return StdPrint<d_Time>(out, values, format,
+                          [](const d_Time& t) { return FieldsOf(t); });
+}
+void* StdTimeScan(void* values, ObString& text, const char* format, uint32_t) {
+  return StdScan<d_Time>(values, text, format,
+                         [](d_Time& t, const Fields& f) { SetFields(t, f); });
+}
+ObString& StdTimestampPrint(ObString& out, const void* values,
+                            const char* format, uint32_t) {
+  return StdPrint<d_Timestamp>(out, values, format, [](const d_Timestamp& v) {
+    return FieldsOf(v.time(), FieldsOf(v.date()));
+  });
+}
+void* StdTimestampScan(void* values, ObString& text, const char* format,
+                       uint32_t) {
+  return StdScan<d_Timestamp>(values, text, format,
+                              [](d_Timestamp& v, const Fields& f) {
+                                d_Date d = v.date();
+                                d_Time t = v.time();
+                                SetFields(d, f);
+                                SetFields(t, f);
+                                v = d_Timestamp(d, t);
+                              });
+}
+
+}  // namespace obtimetext

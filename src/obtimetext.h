@@ -66,6 +66,22 @@ bool ScanValue(ObDateTime& v, const ObString& in, const char* format);
 bool ScanValue(ObDateTimeN& v, const ObString& in, const char* format);
 bool ScanValue(ObTimeSpan& v, const ObString& in, const char* format);
 
+// Catalogue row print and scan of the standard types d_Date, d_Time and
+// d_Timestamp. They have no null value, so no text is null; times carry
+// hundredths as nanoseconds and keep their zone when scanned.
+ObString& StdDatePrint(ObString& out, const void* values, const char* format,
+                       uint32_t count);
+void* StdDateScan(void* values, ObString& text, const char* format,
+                  uint32_t count);
+ObString& StdTimePrint(ObString& out, const void* values, const char* format,
+                       uint32_t count);
+void* StdTimeScan(void* values, ObString& text, const char* format,
+                  uint32_t count);
+ObString& StdTimestampPrint(ObString& out, const void* values,
+                            const char* format, uint32_t count);
+void* StdTimestampScan(void* values, ObString& text, const char* format,
+                       uint32_t count);
+
 }  // namespace obtimetext
 
 #endif  // QUILLSTORE_SRC_OBTIMETEXT_H_

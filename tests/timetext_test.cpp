@@ -256,6 +256,27 @@ TEST(TimeText, Rows) {
             &span);
   EXPECT_TRUE(span.date.day == 2 && span.time.hour == 1 &&
               span.nanoseconds == 0);
+
+  // The standard types: no null text; a time keeps its zone.
+  d_Timestamp stamp(d_Date(2024, 3, 5),
+                    d_Time::FromFields(1, 30, 13, 5, 9, 50));
+  out = "";
+  mgr.PrintToObString(D_TIMESTAMP_T, out, &stamp, "%Y-%m-%d %I:%M:%f %p", 1);
+  EXPECT_STREQ(out.StrGet(), "2024-03-05 01:05:09.500 pm");
+  ObString stampText("2023-12-31 23:59:58.25");
+  EXPECT_EQ(mgr.ScanFromObString(D_TIMESTAMP_T, &stamp, stampText,
+                                 "%Y-%m-%d %H:%M:%f", 1),
+            &stamp);
+  EXPECT_TRUE(stamp.date() == d_Date(2023, 12, 31));
+  EXPECT_TRUE(stamp.time().hour() == 23 && stamp.time().second() == 58 &&
+              stamp.time().hundredths() == 25 && stamp.time().tz_hour() == 1 &&
+              stamp.time().tz_minute() == 30);
+  d_Date date(2024, 3, 5);
+  out = "";
+  mgr.PrintToObString(D_DATE_T, out, &date, nullptr, 1);
+  EXPECT_STREQ(out.StrGet(), "Tue Mar 05");
+  ObString nullText("{NULL}");
+  EXPECT_EQ(mgr.ScanFromObString(D_DATE_T, &date, nullText, "%Y", 1), &date);
 }
 
 }  // namespace

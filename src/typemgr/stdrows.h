@@ -10,6 +10,7 @@
 #include "d_timestamp.h"
 #include "hashrows.h"
 #include "obbs.h"
+#include "obtimetext.h"
 #include "rowbuild.h"
 #include "rowops.h"
 
@@ -46,8 +47,7 @@ uint32_t FixedSizeGet(const void*, uint8_t, uint8_t, uint32_t count) {
   return W * count;
 }
 
-// Common part of the three rows: no null value; print and scan stay empty
-// until the text engine exists.
+// Common part of the three rows: no null value.
 template <class C, uint32_t W, ObStoreFn Store, ObStoreFn Load>
 constexpr ObTypeEntry StdRowBase(const char* name, const char* idName,
                                  const char* format, ObKeyCompareFn cmp,
@@ -68,17 +68,26 @@ constexpr ObTypeEntry StdRowBase(const char* name, const char* idName,
 }
 
 constexpr ObTypeEntry StdDateRow() {
-  return StdRowBase<d_Date, kDateStored, DateStore, DateLoad>(
+  ObTypeEntry r = StdRowBase<d_Date, kDateStored, DateStore, DateLoad>(
       "d_Date", "D_DATE_T", "%a %b %e", d_DateCompare, DateHash, DateStep);
+  r.print = obtimetext::StdDatePrint;
+  r.scan = obtimetext::StdDateScan;
+  return r;
 }
 constexpr ObTypeEntry StdTimeRow() {
-  return StdRowBase<d_Time, kTimeStored, TimeStore, TimeStore>(
+  ObTypeEntry r = StdRowBase<d_Time, kTimeStored, TimeStore, TimeStore>(
       "d_Time", "D_TIME_T", "%I:%M:%S %p", d_TimeCompare, TimeHash, TimeStep);
+  r.print = obtimetext::StdTimePrint;
+  r.scan = obtimetext::StdTimeScan;
+  return r;
 }
 constexpr ObTypeEntry StdTimestampRow() {
-  return StdRowBase<d_Timestamp, kStampStored, StampStore, StampLoad>(
+  ObTypeEntry r = StdRowBase<d_Timestamp, kStampStored, StampStore, StampLoad>(
       "d_Timestamp", "D_TIMESTAMP_T", "%a %b %e %I:%M:%S %p",
       d_TimestampCompare, StampHash, StampStep);
+  r.print = obtimetext::StdTimestampPrint;
+  r.scan = obtimetext::StdTimestampScan;
+  return r;
 }
 
 // The float's stored form, comparator, translation and hash; NullSizeGet
