@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "d_date.h"
+#include "d_interval.h"
 #include "d_time.h"
 #include "d_timestamp.h"
 #include "obcodetext.h"
@@ -817,6 +818,32 @@ ObString& StdTimePrint(ObString& out, const void* values, const char* format,
 void* StdTimeScan(void* values, ObString& text, const char* format, uint32_t) {
   return StdScan<d_Time>(values, text, format,
                          [](d_Time& t, const Fields& f) { SetFields(t, f); });
+}
+// An interval prints as days, hours, minutes and seconds of its length; a
+// negative interval carries its sign on the days.
+ObString& StdIntervalPrint(ObString& out, const void* values,
+                           const char* format, uint32_t) {
+  return StdPrint<d_Interval>(out, values, format, [](const d_Interval& i) {
+    const double v = i.value();
+    const double magnitude = std::fabs(v);
+    const double whole = std::floor(magnitude);
+    const int64_t s = whole < 9.0e18 ? static_cast<int64_t>(whole) : 0;
+    Fields f;
+    f.day = static_cast<int32_t>(s / 86400) * (v < 0 ? -1 : 1);
+    f.hour = static_cast<int32_t>(s % 86400 / 3600);
+    f.minute = static_cast<int32_t>(s % 3600 / 60);
+    f.second = static_cast<int32_t>(s % 60);
+    f.nanos = static_cast<int32_t>((magnitude - whole) * 1e9);
+    return f;
+  });
+}
+void* StdIntervalScan(void* values, ObString& text, const char* format,
+                      uint32_t) {
+  return StdScan<d_Interval>(
+      values, text, format, [](d_Interval& i, const Fields& f) {
+        i = d_Interval(f.day, f.hour, f.minute,
+                       static_cast<float>(f.second + f.nanos / 1e9));
+      });
 }
 ObString& StdTimestampPrint(ObString& out, const void* values,
                             const char* format, uint32_t) {

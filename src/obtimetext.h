@@ -77,6 +77,10 @@ ObString& StdTimePrint(ObString& out, const void* values, const char* format,
                        uint32_t count);
 void* StdTimeScan(void* values, ObString& text, const char* format,
                   uint32_t count);
+ObString& StdIntervalPrint(ObString& out, const void* values,
+                           const char* format, uint32_t count);
+void* StdIntervalScan(void* values, ObString& text, const char* format,
+                      uint32_t count);
 ObString& StdTimestampPrint(ObString& out, const void* values,
                             const char* format, uint32_t count);
 void* StdTimestampScan(void* values, ObString& text, const char* format,

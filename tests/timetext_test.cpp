@@ -280,3 +280,20 @@ TEST(TimeText, Rows) {
 }
 
 }  // namespace
+
+namespace {
+
+// d_Interval: days, hours, minutes and seconds of its length, both ways.
+TEST(IntervalText, PrintsAndScans) {
+  ObTypeMgr mgr(5);
+  const d_Interval i(1, 2, 3, 4.5f);
+  ObString out;
+  mgr.PrintToObString(D_INTERVAL_T, out, &i, nullptr, 1);
+  EXPECT_STREQ(out.StrGet(), "01 days, 02 hours, 03 minutes, 04 seconds");
+  d_Interval back;
+  ObString text("01 days, 02 hours, 03 minutes, 04 seconds");
+  mgr.ScanFromObString(D_INTERVAL_T, &back, text, nullptr, 1);
+  EXPECT_EQ(back.value(), 93784.0f);
+}
+
+}  // namespace

@@ -104,6 +104,8 @@ constexpr ObTypeEntry StdIntervalRow(ObTranslateFn floatTranslate) {
   r.hash = obrow::NumberHash<float>;
   r.isNull = obrow::IsNullNever;
   r.sequenceStep = obrow::FloatStep<float>;
+  r.print = obtimetext::StdIntervalPrint;
+  r.scan = obtimetext::StdIntervalScan;
   return r;
 }
 
