@@ -377,15 +377,18 @@ ObString& ObString::operator=(const unsigned short* text) {
   return *this;
 }
 
+// Appending a string to itself is safe: the splice builds the new text in
+// a new block before it frees the old one.
 ObString& ObString::operator+=(const ObString& s) {
-  if (s.buffer_ != nullptr) {
-    const ObString copy(s);  // s may be this string
-    Append(copy.buffer_, copy.codeSet_, copy.Len());
-  }
+  if (s.buffer_ != nullptr) Append(s.buffer_, s.codeSet_, s.Len());
   return *this;
 }
 
-ObString& ObString::operator<<(const char* s) { return *this += ObString(s); }
+ObString& ObString::operator<<(const char* s) {
+  if (s != nullptr)
+    Append(s, GetDefault8CodeSet(), static_cast<uint32_t>(std::strlen(s)));
+  return *this;
+}
 ObString& ObString::operator<<(char ch) { return *this += ObString(ch); }
 ObString& ObString::operator<<(short v) { return *this += ObString(v); }
 ObString& ObString::operator<<(int v) { return *this += ObString(v); }
