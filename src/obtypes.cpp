@@ -57,6 +57,27 @@ bool NarrowUnicodeKeys() {
   return narrow;
 }
 
+// Bytes of `count` variable-length records at a memory file's position;
+// `size` reads a record's size from its `header` leading bytes. A record
+// that runs past the file's end gives (remaining count + 1) x 65535, which
+// callers take as too large.
+template <class Size>
+uint32_t RecordsSizeFromMemFile(MemFile* file, uint32_t count, uint32_t header,
+                                Size size) {
+  const uint8_t* p = file->Current();
+  uint64_t left = file->Remaining();
+  uint64_t total = 0;
+  for (uint32_t i = 0; i < count; ++i) {
+    const uint64_t bytes = left >= header ? size(p) : 0;
+    if (left < header || bytes > left)
+      return static_cast<uint32_t>((uint64_t{count - i} + 1) * 65535);
+    total += bytes;
+    p += bytes;
+    left -= bytes;
+  }
+  return static_cast<uint32_t>(total);
+}
+
 uint32_t StoreOne(uint8_t* d, const ObString& s, uint8_t format) {
   const uint8_t cs = s.GetCodeSet();
   const uint32_t data = DataBytes(s.GetSize(), cs);
@@ -290,18 +311,9 @@ namespace oblayout {
 uint32_t StringNullSizeGet(uint32_t count) { return kEmptyRecord * count; }
 
 uint32_t StringSizeFromMemFile(MemFile* file, uint8_t format, uint32_t count) {
-  const uint8_t* p = file->Current();
-  uint64_t left = file->Remaining();
-  uint64_t total = 0;
-  for (uint32_t i = 0; i < count; ++i) {
-    const uint64_t size = left >= 2 ? uint64_t{Read16(p, format)} + 2 : 0;
-    if (left < 2 || size > left)
-      return static_cast<uint32_t>((uint64_t{count - i} + 1) * 65535);
-    total += size;
-    p += size;
-    left -= size;
-  }
-  return static_cast<uint32_t>(total);
+  return RecordsSizeFromMemFile(file, count, 2, [format](const uint8_t* p) {
+    return uint64_t{Read16(p, format)} + 2;
+  });
 }
 
 uint32_t StringTranslate(void* dest, uint8_t destFlags, uint32_t destLen,
@@ -516,21 +528,11 @@ uint32_t BlobSizeGet(const void* value, uint8_t srcFlags, uint8_t targetFlags,
 }
 
 uint32_t BlobSizeFromMemFile(MemFile* file, uint8_t format, uint32_t count) {
-  const uint8_t* p = file->Current();
-  uint64_t left = file->Remaining(), total = 0;
-  for (uint32_t i = 0; i < count; ++i) {
+  return RecordsSizeFromMemFile(file, count, 4, [format](const uint8_t* p) {
     uint32_t length = 0;
-    if (left < 4)
-      return static_cast<uint32_t>((uint64_t{count - i} + 1) * 65535);
     LongStoreOne(&length, p, format);
-    const uint64_t size = 4 + uint64_t{length == kNullBlob ? 0 : length};
-    if (size > left)
-      return static_cast<uint32_t>((uint64_t{count - i} + 1) * 65535);
-    total += size;
-    p += size;
-    left -= size;
-  }
-  return static_cast<uint32_t>(total);
+    return 4 + uint64_t{length == kNullBlob ? 0 : length};
+  });
 }
 
 uint32_t BlobTranslate(void* dest, uint8_t destFlags, uint32_t destLen,

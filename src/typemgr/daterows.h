@@ -13,6 +13,7 @@
 #include "obdatetime.h"
 #include "obstring.h"
 #include "obtimetext.h"
+#include "obtypes.h"
 #include "rowbuild.h"
 
 namespace obdaterow {
@@ -33,19 +34,12 @@ inline C ReadValue(const uint8_t* p) {
   return v;
 }
 
-// Stored year of a date element: format 2 most significant byte first,
-// every other format least significant first.
+// Stored year of a date element, in the byte order of 16-bit record fields.
 inline int16_t StoredYear(const uint8_t* p, uint8_t fmt) {
-  const uint16_t u = fmt == kObFormatBig ? uint16_t(p[0] << 8 | p[1])
-                                         : uint16_t(p[1] << 8 | p[0]);
-  return static_cast<int16_t>(u);
+  return static_cast<int16_t>(oblayout::Read16(p, fmt));
 }
 inline void PutYear(uint8_t* p, int16_t year, uint8_t fmt) {
-  const uint16_t u = static_cast<uint16_t>(year);
-  const uint8_t hi = static_cast<uint8_t>(u >> 8);
-  const uint8_t lo = static_cast<uint8_t>(u);
-  p[0] = fmt == kObFormatBig ? hi : lo;
-  p[1] = fmt == kObFormatBig ? lo : hi;
+  oblayout::Write16(p, fmt, static_cast<uint16_t>(year));
 }
 
 // Hash term of three date or time components, each sign-extended.
