@@ -883,6 +883,25 @@ int Version() {
   return 0;
 }
 
+// Commands that take arguments after their name.
+struct Command {
+  const char* name;
+  int (*run)(int argc, char** argv);
+};
+constexpr Command kCommands[] = {
+    {"compare", Compare},     {"store", Store}, {"load", Load},
+    {"hash", Hash},           {"int64", Int64}, {"orders", Orders},
+    {"strcmp", StrCmp},       {"sort", Sort},   {"date", Date},
+    {"daynumber", DayNumber},
+};
+
+const Command* FindCommand(const char* name) {
+  for (const Command& c : kCommands) {
+    if (std::strcmp(c.name, name) == 0) return &c;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -893,26 +912,8 @@ int main(int argc, char** argv) {
     rc = kUsageError;
   } else if (std::strcmp(argv[1], "types") == 0 && argc == 2) {
     rc = Types();
-  } else if (std::strcmp(argv[1], "compare") == 0) {
-    rc = Compare(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "store") == 0) {
-    rc = Store(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "load") == 0) {
-    rc = Load(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "hash") == 0) {
-    rc = Hash(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "int64") == 0) {
-    rc = Int64(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "orders") == 0) {
-    rc = Orders(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "strcmp") == 0) {
-    rc = StrCmp(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "sort") == 0) {
-    rc = Sort(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "date") == 0) {
-    rc = Date(argc - 2, argv + 2);
-  } else if (std::strcmp(argv[1], "daynumber") == 0) {
-    rc = DayNumber(argc - 2, argv + 2);
+  } else if (const Command* c = FindCommand(argv[1])) {
+    rc = c->run(argc - 2, argv + 2);
   } else if (std::strcmp(argv[1], "version") == 0 && argc == 2) {
     rc = Version();
   } else if (std::strcmp(argv[1], "--help") == 0 ||
